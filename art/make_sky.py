@@ -1,0 +1,416 @@
+#!/usr/bin/python3
+# SPDX-License-Identifier: Zlib
+"""Makes images/sprites/sky.jpg: the grey night sky of dials, gears and rays, 1024 by 1024 pixels.
+
+Everything is light ink on dark ground and is computed on a torus, so that the picture repeats
+without a seam in both directions. The game adds it at half strength to a colour gradient and
+shows its rows 0 to 575. Lengths are pixels of the finished picture, angles radians (clockwise,
+0 to the right), tones 0 (black) to 1 (white). The same run gives the same bytes.
+"""
+
+import argparse
+import os
+
+import numpy as np
+from PIL import Image, ImageDraw
+
+SIZE = 1024
+TAU = 2 * np.pi
+HERO = (668.0, 282.0)  # the eye of the spiral clock, where the light comes from
+QUALITY = 86
+
+# Fields of halftone dots, and places kept dark and calm because white text stands there:
+# (x, y, radius).
+HALFTONE = ((60, 480, 130), (425, 150, 105), (985, 395, 95), (360, 800, 140), (900, 650, 110))
+QUIET = ((400, 58, 110), (905, 118, 120))
+
+NUMERALS = ("III", "IIII", "V", "VI", "VII", "VIII", "IX", "X", "XI", "XII", "I", "II")
+
+
+def smoothstep(low, high, value):
+    """0 below low, 1 above high (or the other way round when low > high)."""
+    t = np.clip((value - low) / (high - low), 0, 1)
+    return t * t * (3 - 2 * t)
+
+
+def wrap(delta):
+    """The shortest way round the torus: -512 to 512."""
+    return (delta + SIZE / 2) % SIZE - SIZE / 2
+
+
+def waves(x, y, terms):
+    """Sum of sines that repeats every SIZE pixels: terms of (amplitude, cycles x, cycles y, phase)."""
+    total = np.zeros(np.broadcast(x, y).shape, np.float32)
+    for amplitude, kx, ky, phase in terms:
+        total += amplitude * np.sin(TAU * (kx * x + ky * y) / SIZE + phase)
+    return total
+
+
+def fold(angle, count, offset=0.0):
+    """Angle to the nearest of count equal steps: -pi/count to pi/count."""
+    step = TAU / count
+    return (angle - offset + step / 2) % step - step / 2
+
+
+class Canvas:
+    """The picture while it is drawn, at `scale` samples per pixel; its place field is bent a little."""
+
+    def __init__(self, scale):
+        self.scale = scale
+        axis = ((np.arange(SIZE * scale) + 0.5) / scale).astype(np.float32)
+        x, y = axis[None, :], axis[:, None]
+        self.straightX = np.broadcast_to(x, (axis.size, axis.size))
+        self.straightY = np.broadcast_to(y, (axis.size, axis.size))
+        # Slow terms bend the forms, quick small ones are the unsteady hand.
+        self.x = x + waves(x, y, [(9, 1, 1, 0.6), (7, -1, 2, 2.1), (3, 3, 1, 4.0),
+                                  (0.45, 17, 9, 1.0), (0.35, -11, 21, 5.0)])
+        self.y = y + waves(x, y, [(10, 1, -1, 1.9), (6, 2, 1, 0.2), (3, -1, 3, 3.3),
+                                  (0.45, 13, -15, 2.0), (0.35, 19, 12, 0.4)])
+        self.tone = np.zeros((axis.size, axis.size), np.float32)
+
+    def window(self, centre, reach):
+        """Index of the square around a place, and dx, dy from that place in bent pixels."""
+        if reach >= SIZE / 2 - 1:
+            span = np.arange(SIZE * self.scale)
+            index = np.ix_(span, span)
+        else:
+            count = SIZE * self.scale
+            rows = np.arange(int((centre[1] - reach) * self.scale),
+                             int((centre[1] + reach) * self.scale)) % count
+            columns = np.arange(int((centre[0] - reach) * self.scale),
+                                int((centre[0] + reach) * self.scale)) % count
+            index = np.ix_(rows, columns)
+        return index, wrap(self.x[index] - centre[0]), wrap(self.y[index] - centre[1])
+
+    def cover(self, distance):
+        """Ink coverage from a signed distance in pixels, negative inside."""
+        return np.clip(0.5 - distance * self.scale, 0, 1)
+
+    def paint(self, index, coverage, value):
+        old = self.tone[index]
+        self.tone[index] = old + (value - old) * coverage
+
+    def lines(self, phase, width):
+        """Lines at the whole numbers of phase; width in pixels, read against the local spacing."""
+        gy = np.diff(phase, axis=0, append=phase[-1:])
+        gx = np.diff(phase, axis=1, append=phase[:, -1:])
+        gy -= np.round(gy)  # a phase may jump by a whole number, at the cut of an angle
+        gx -= np.round(gx)
+        gy[-1], gx[:, -1] = gy[-2], gx[:, -2]
+        spacing = 1 / np.maximum(np.hypot(gx, gy) * self.scale, 1e-4)
+        off = np.abs(phase - np.round(phase)) * spacing
+        return self.cover(off - width / 2) * np.clip(width * 2, 0, 1)
+
+
+def numeralStrip():
+    """Tile of 12 numerals side by side, each 240 by 240 samples, top = rim of the dial; 0 to 1."""
+    cell = 240
+    big = 2
+    strip = Image.new("L", (12 * cell * big, cell * big), 0)
+    draw = ImageDraw.Draw(strip)
+
+    def stroke(x0, x1, width):
+        half = width / 2
+        top, bottom = 14 * big, (cell - 14) * big
+        draw.polygon([(x0 - half, top), (x0 + half, top), (x1 + half, bottom), (x1 - half, bottom)],
+                     fill=255)
+        for x, y in ((x0, top), (x1, bottom)):
+            draw.rectangle([x - half - 9 * big, y - 7 * big, x + half + 9 * big, y + 7 * big],
+                           fill=255)
+
+    thick, thin = 25 * big, 11 * big
+    advance = {"I": 46 * big, "V": 96 * big, "X": 98 * big}
+    for number, text in enumerate(NUMERALS):
+        width = sum(advance[sign] for sign in text)
+        squeeze = min(1.0, 205 * big / width)
+        x = (number + 0.5) * cell * big - width * squeeze / 2
+        for sign in text:
+            w = advance[sign] * squeeze
+            centre = x + w / 2
+            if sign == "I":
+                stroke(centre, centre, thick * squeeze)
+            elif sign == "V":
+                stroke(centre - w * 0.3, centre, thick * squeeze)
+                stroke(centre + w * 0.3, centre, thin)
+            else:
+                stroke(centre - w * 0.3, centre + w * 0.3, thick * squeeze)
+                stroke(centre + w * 0.3, centre - w * 0.3, thin)
+            x += w
+    strip = strip.resize((12 * cell, cell), Image.Resampling.BOX)
+    return np.asarray(strip, np.float32) / 255
+
+
+STRIP = numeralStrip()
+
+
+def numerals(angle, depth):
+    """Ink of the numeral ring: angle on the dial, depth 0 at the outer edge to 1 at the inner."""
+    height, width = STRIP.shape
+    column = ((angle / TAU + 0.5 / 12) % 1) * width - 0.5
+    row = np.clip(depth, 0, 1) * (height - 1)
+    c0 = np.floor(column).astype(np.int32)
+    r0 = np.minimum(np.floor(row).astype(np.int32), height - 2)
+    fc, fr = column - c0, row - r0
+    c1, c0 = (c0 + 1) % width, c0 % width
+    upper = STRIP[r0, c0] * (1 - fc) + STRIP[r0, c1] * fc
+    lower = STRIP[r0 + 1, c0] * (1 - fc) + STRIP[r0 + 1, c1] * fc
+    ink = upper * (1 - fr) + lower * fr
+    return np.where((depth > 0) & (depth < 1), ink, 0)
+
+
+def halo(canvas, index, distance, reach, strength):
+    """A soft shadow and a black outline of 3 pixels that set a form off from what lies behind."""
+    shade = np.exp(-np.maximum(distance, 0) / reach) * strength
+    canvas.tone[index] *= 1 - shade
+    canvas.paint(index, canvas.cover(distance - 3.0), 0.0)
+
+
+def blobs(x, y, places):
+    """Soft patches, 0 to 1: places of (x, y, radius)."""
+    total = np.zeros(x.shape, np.float32)
+    for px, py, radius in places:
+        total += np.exp(-(wrap(x - px) ** 2 + wrap(y - py) ** 2) / (2 * (radius * 0.55) ** 2))
+    return np.minimum(total, 1)
+
+
+def background(canvas):
+    """Night in flowing engraved lines, rays of light from the hero and fields of halftone dots."""
+    x, y = canvas.x, canvas.y
+    dx, dy = wrap(x - HERO[0]), wrap(y - HERO[1])
+    r = np.hypot(dx, dy)
+    angle = np.arctan2(dy, dx)
+    everything = canvas.window((0, 0), SIZE)[0]
+
+    nebula = waves(x, y, [(0.30, 1, 0, 3.9), (0.28, 1, 1, 0.4), (0.22, -1, 2, 5.2), (0.14, 2, 1, 1.0)])
+    nebula = np.clip(0.5 + nebula * 0.75, 0, 1)
+    misty = blobs(x, y, HALFTONE)
+    calm = 1 - 0.8 * blobs(x, y, QUIET)
+
+    # Rays: bundles of lines that run outward and swell inside each ray.
+    twist = angle + 0.55 * np.log(np.maximum(r, 30) / 100)
+    reach = 455 + 45 * np.sin(twist * 5 + 1.0) * np.cos(twist * 2)
+    fade = smoothstep(reach, reach - 190, r)
+    ray = smoothstep(0.12, 0.85, 0.5 + 0.5 * np.cos(twist * 18))
+    glow = smoothstep(512, 230, r)
+    canvas.tone[:] = 0.085 + 0.045 * nebula + 0.11 * glow * (0.4 + 0.6 * ray) * calm
+
+    # Lines of the night: level, but carried up and down as by a swell. Lines, rays and dots
+    # make room for each other, so that they never cross into a net.
+    lift = waves(x, y, [(34, 1, 0, 0.3), (26, 1, 1, 2.6), (16, 2, -1, 0.9), (9, 3, 1, 4.4)])
+    phase = (y + lift) * (92 / SIZE)
+    weight = (1.5 + 4.4 * nebula ** 1.4) * smoothstep(0.20, 0.0, fade) * smoothstep(0.45, 0.15, misty)
+    canvas.paint(everything, canvas.lines(phase, weight), (0.27 + 0.20 * nebula) * calm)
+
+    width = np.maximum(r, 1) * TAU / 144 * 0.60 * fade * (0.16 + 0.84 * ray)
+    width *= smoothstep(0.65, 0.25, misty)
+    shine = (0.30 + 0.36 * fade) * (0.30 + 0.70 * calm)
+    canvas.paint(everything, canvas.lines(twist * (144 / TAU), np.minimum(width, 9)), shine)
+
+    # Halftone: 45 degrees, pitch 9 pixels.
+    dots = 80
+    u = (x + y) * (dots / SIZE)
+    v = (x - y) * (dots / SIZE)
+    off = np.hypot(u - np.round(u), v - np.round(v)) * SIZE / (dots * np.sqrt(2))
+    size = smoothstep(0.22, 1.0, misty) * 4.3
+    canvas.paint(everything, canvas.cover(off - size) * (size > 0.4), 0.42 * calm + 0.06)
+
+
+def gear(canvas, centre, radius, teeth, spokes, turn, brightness, curve=0.0):
+    """A toothed wheel: ink outline, rim engraved in circles, bent spokes, open between them."""
+    index, dx, dy = canvas.window(centre, radius * 1.25 + 40)
+    r = np.hypot(dx, dy)
+    angle = np.arctan2(dy, dx)
+    pitch = TAU * radius / teeth
+    height = pitch * 0.42
+    phi = fold(angle, teeth, turn)
+    tx, ty = r * np.cos(phi) - radius, np.abs(r * np.sin(phi))
+    flank = (ty - (pitch * 0.29 - tx * 0.28)) * 0.96
+    tooth = np.maximum(tx - height, flank)
+    solid = np.minimum(r - radius, np.maximum(tooth, -tx - 4))
+    rimInner, hub = radius * 0.74, radius * 0.27
+    psi = fold(angle + curve * (r - hub) / radius, spokes, turn)
+    swell = radius * (0.060 + 0.07 * ((r / radius - 0.5) / 0.24) ** 2)
+    hole = np.maximum(np.maximum(r - rimInner, hub - r), swell - np.abs(r * np.sin(psi)))
+    axle = r - radius * 0.085
+    shape = np.maximum(np.maximum(solid, -hole), -axle)
+
+    # Light comes from the hero.
+    lx, ly = wrap(HERO[0] - centre[0]), wrap(HERO[1] - centre[1])
+    aim = np.arctan2(ly, lx)
+    lit = 0.5 + 0.5 * np.cos(angle - aim)
+    sheen = 0.5 + 0.5 * np.cos(2 * (angle - aim) + 0.6)
+
+    halo(canvas, index, shape, 16, 0.75)
+    canvas.paint(index, canvas.cover(shape), 0.12 + 0.10 * lit)
+    circles = canvas.lines((r / 7.0).astype(np.float32), 0.8 + 4.2 * sheen * (0.25 + 0.75 * lit))
+    canvas.paint(index, circles * canvas.cover(shape + 4), brightness * (0.42 + 0.25 * lit))
+    edge = np.abs(shape + 2.2) - (0.5 + 1.3 * lit)
+    canvas.paint(index, canvas.cover(edge), brightness * (0.62 + 0.38 * lit))
+    for ring in (radius * 0.93, radius * 0.80, radius * 0.20):
+        canvas.paint(index, canvas.cover(np.abs(r - ring) - 2.6) * canvas.cover(shape), 0.03)
+        canvas.paint(index, canvas.cover(np.abs(r - ring) - 0.4 - 0.8 * lit) * canvas.cover(shape),
+                     brightness * 0.8)
+
+
+def hand(canvas, index, dx, dy, heading, length, width, bend, value):
+    """A clock hand from the centre: leaf shaped with a ring near its end, bent as it goes out."""
+    r = np.hypot(dx, dy)
+    angle = np.arctan2(dy, dx) - heading - bend * (r / length) ** 2
+    along, across = r * np.cos(angle), np.abs(r * np.sin(angle))
+    t = np.clip(along / length, -0.3, 1)
+    half = width * (0.42 + 0.58 * smoothstep(0.10, 0.62, t)) * smoothstep(1.0, 0.62, t)
+    shape = np.maximum(across - half, np.maximum(along - length, -along - length * 0.18))
+    ring = np.hypot(along - length * 0.60, across)
+    shape = np.minimum(shape, ring - width * 1.5)
+    shape = np.maximum(shape, width * 0.75 - ring)
+    shape = np.minimum(shape, r - width * 1.4)
+    halo(canvas, index, shape, 5, 0.5)
+    canvas.paint(index, canvas.cover(shape), value)
+    canvas.paint(index, canvas.cover(r - width * 0.55), 0.0)
+
+
+def dial(canvas, centre, radius, turn, twist, squash, brightness, hours, minutes):
+    """A clock face: rim, minute track, numerals, engraved middle and two hands, wrung by twist."""
+    index, dx, dy = canvas.window(centre, radius * 1.3 + 40)
+    # Bent as a whole: pressed along one direction and drawn out where it leans.
+    lean = squash[1]
+    px = dx * np.cos(lean) + dy * np.sin(lean)
+    py = -dx * np.sin(lean) + dy * np.cos(lean)
+    py = py * squash[0] + 0.22 * (px * px) / radius * squash[2]
+    sx = px * np.cos(lean) - py * np.sin(lean)
+    sy = px * np.sin(lean) + py * np.cos(lean)
+    r = np.hypot(sx, sy)
+    raw = np.arctan2(sy, sx)
+    angle = raw - turn + twist * (1 - np.minimum(r / radius, 1.2))
+    lx, ly = wrap(HERO[0] - centre[0]), wrap(HERO[1] - centre[1])
+    lit = 0.5 + 0.5 * np.cos(raw - np.arctan2(ly, lx))
+    edge = r - radius
+    halo(canvas, index, edge, 20, 0.8)
+    inside = canvas.cover(edge)
+    canvas.paint(index, inside, 0.10 + 0.06 * lit)
+
+    # Rim: bright, with engraved cross strokes in its shaded half.
+    rim = np.abs(r - radius * 0.955) - radius * 0.045
+    canvas.paint(index, canvas.cover(rim), brightness * (0.28 + 0.62 * lit))
+    strokes = canvas.lines((angle * round(radius * 0.95) / TAU).astype(np.float32), 1.2 + 1.8 * (1 - lit))
+    canvas.paint(index, strokes * canvas.cover(rim) * (lit < 0.75), 0.06)
+    canvas.paint(index, canvas.cover(np.abs(r - radius * 0.905) - 1.8), 0.0)
+
+    # Minute track.
+    for count, inner, half in ((60, 0.855, 0.9), (12, 0.82, 2.0)):
+        off = np.abs(r * np.sin(fold(angle, count)))
+        tick = np.maximum(off - half * max(radius / 150, 0.7), np.abs(r - radius * (0.89 + inner) / 2)
+                          - radius * (0.89 - inner) / 2)
+        canvas.paint(index, canvas.cover(tick), brightness * 0.85)
+
+    canvas.paint(index, numerals(angle, (radius * 0.80 - r) / (radius * 0.24)) * inside,
+                 brightness * (0.6 + 0.3 * lit))
+    canvas.paint(index, canvas.cover(np.abs(r - radius * 0.53) - 0.9), brightness * 0.6)
+
+    # Middle: a wrung rosette of lines.
+    middle = canvas.cover(r - radius * 0.50) * smoothstep(radius * 0.04, radius * 0.2, r)
+    petals = 0.5 + 0.5 * np.cos(6 * angle)
+    rays = canvas.lines((angle * 36 / TAU).astype(np.float32), np.minimum(r * 0.075, 5) * (0.25 + petals))
+    canvas.paint(index, rays * middle, brightness * (0.30 + 0.25 * lit))
+
+    hand(canvas, index, sx, sy, hours, radius * 0.50, radius * 0.045, 0.35, brightness * 0.95)
+    hand(canvas, index, sx, sy, minutes, radius * 0.78, radius * 0.036, -0.30, brightness)
+
+
+def spiralClock(canvas):
+    """The hero: one endless dial that winds into its own eye, twelve hours to each turn."""
+    growth = 1.95  # radius of a turn against that of the next one in
+    outer = 318.0
+    index, dx, dy = canvas.window(HERO, SIZE)
+    r = np.maximum(np.hypot(dx, dy), 1)
+    raw = np.arctan2(dy, dx)
+    start = 3 * TAU / 8  # where the outer end of the band lies
+    around = ((raw - start) / TAU) % 1
+    turns = np.log(outer / r) / np.log(growth) - (1 - around)
+    v = turns - np.floor(turns)
+    angle = raw
+    bandPx = r * np.log(growth)  # length of one step of v, pixels
+    centreGlow = smoothstep(150, 12, r)
+    lit = 0.5 + 0.5 * np.cos(raw + 2.2)
+
+    body = -turns * bandPx  # signed distance to the outer edge of the band, negative inside
+    halo(canvas, index, np.where(body > 0, body, -1.0), 26, 0.85)
+    inside = canvas.cover(body)
+    canvas.paint(index, inside, 0.10 + 0.12 * centreGlow)
+    small = smoothstep(9, 26, r)
+
+    def ring(at, half):
+        return canvas.cover((np.abs(v - at) - half) * bandPx)
+
+    rim = ring(0.085, 0.055)
+    canvas.paint(index, rim * inside, 0.30 + 0.35 * lit + 0.25 * centreGlow)
+    marks = canvas.cover((np.abs(r * np.sin(fold(raw, 120)))) - r * 0.011 * (1.3 - lit))
+    canvas.paint(index, marks * rim * inside * smoothstep(60, 110, r), 0.05)
+
+    tick = canvas.cover(np.abs(r * np.sin(fold(angle, 60))) - r * 0.009)
+    tick *= ring(0.215, 0.045) * smoothstep(50, 90, r)
+    canvas.paint(index, tick * inside, 0.62)
+    tick = canvas.cover(np.abs(r * np.sin(fold(angle, 12))) - r * 0.018) * ring(0.225, 0.055)
+    canvas.paint(index, tick * inside, 0.80)
+
+    ink = numerals(angle, (v - 0.31) / 0.43)
+    canvas.paint(index, ink * inside * small, 0.66 + 0.22 * centreGlow)
+    canvas.paint(index, ring(0.785, 0.008) * inside, 0.5)
+
+    # The inner lip is shaded by lines along the band, heavier to the light.
+    lip = canvas.cover((np.abs(v - 0.895) - 0.085) * bandPx)
+    fine = canvas.lines((turns * 18).astype(np.float32), r * 0.037 * (0.25 + 0.6 * lit))
+    canvas.paint(index, fine * lip * inside * smoothstep(40, 80, r), 0.40)
+    canvas.paint(index, ring(0.0, 0.018) * inside, 0.0)
+
+    eye = smoothstep(40, 4, r)
+    canvas.paint(index, eye, 0.92)
+    hand(canvas, index, dx, dy, -2.25, 150, 9, 0.5, 0.90)
+    hand(canvas, index, dx, dy, -0.55, 250, 8, -0.45, 0.96)
+
+
+def stars(canvas):
+    """A few four-pointed stars in the open night."""
+    for x, y, size in ((60, 60, 15), (318, 40, 10), (395, 330, 9), (980, 470, 12), (30, 330, 8),
+                       (948, 60, 9), (470, 660, 14), (900, 760, 10), (90, 760, 9), (560, 960, 8)):
+        index, dx, dy = canvas.window((x, y), 40)
+        ax, ay = np.abs(dx), np.abs(dy)
+        shape = (np.sqrt(ax) + np.sqrt(ay) - np.sqrt(size)) * np.sqrt(size) * 0.6
+        halo(canvas, index, np.hypot(dx, dy) - size * 0.4, 6, 0.7)
+        canvas.paint(index, canvas.cover(shape), 0.88)
+
+
+def draw(scale):
+    canvas = Canvas(scale)
+    background(canvas)
+    stars(canvas)
+    gear(canvas, (330, 505), 128, 26, 6, 0.05, 0.85, 0.9)
+    gear(canvas, (20, 225), 84, 18, 5, 0.2, 0.7, -0.7)
+    gear(canvas, (620, 800), 150, 30, 7, 0.0, 0.75, 0.8)
+    gear(canvas, (850, 905), 92, 18, 5, 0.12, 0.8, -0.8)
+    spiralClock(canvas)
+    dial(canvas, (172, 172), 118, -0.5, 0.7, (1.12, 0.5, 1.0), 0.9, 2.6, -0.7)
+    dial(canvas, (150, 690), 105, 0.4, -0.8, (1.15, 2.4, -1.0), 0.8, 1.2, -2.0)
+    gear(canvas, (205, 360), 54, 12, 4, 0.15, 0.9, 0.6)
+    side = SIZE
+    tone = canvas.tone.reshape(side, scale, side, scale).mean(axis=(1, 3))
+    return np.clip(tone, 0, 1)
+
+
+def main():
+    here = os.path.dirname(os.path.abspath(__file__))
+    default = os.path.join(here, "..", "images", "sprites", "sky.jpg")
+    parser = argparse.ArgumentParser(description=__doc__.splitlines()[0])
+    parser.add_argument("output", nargs="?", default=default)
+    parser.add_argument("--scale", type=int, default=3, help="samples per pixel and direction")
+    arguments = parser.parse_args()
+    tone = draw(arguments.scale)
+    grey = np.round(tone * 255).astype(np.uint8)
+    picture = Image.fromarray(np.stack([grey] * 3, axis=-1), "RGB")
+    picture.save(arguments.output, "JPEG", quality=QUALITY, subsampling=0, optimize=True)
+    print(f"{arguments.output}: mean {grey.mean() / 255:.3f}, "
+          f"{os.path.getsize(arguments.output)} bytes")
+
+
+if __name__ == "__main__":
+    main()
