@@ -1,0 +1,271 @@
+#!/usr/bin/python3
+# SPDX-License-Identifier: Zlib
+"""Makes data/levels/*.png from the descriptions art/levels/*.txt.
+
+A level is a picture, one pixel a tile (8-bit RGB, red = green = blue = tile code). A description
+is a list of verbs, one a line, '#' starts a comment. The grid begins as rock; each verb changes it,
+later lines win. Ranges are inclusive: `24-96` are the columns 24 to 96. Row 0 is the top.
+
+  size W H                      the picture, first verb
+  start X Y                     where the runner begins; the checks need it
+  region NAME LOOK DEEP         what follows belongs to this region. Rock near its open cells gets
+                                the code LOOK, rock further away the code DEEP (both hexadecimal)
+  carve X-X Y-Y                 open space
+  fill X-X Y-Y [CODE]           rock; with a code its look is fixed
+  flame X-X Y-Y                 flames
+  sign X-X Y-Y                  rock with the look of a take-off or a way on
+  cave FLOOR X,Y X,Y ...        open space from a ceiling line (its points, left to right) to FLOOR
+  ground X,Y X,Y ...            rock under a line of steps: Y is the floor row from X to the next X;
+                                reaches down to where rock begins; the last point ends it
+  vault X-X CROWN PIER FLOOR BAY WIDTH
+                                open space under round arches: ceilings at row CROWN in the middle
+                                of a bay, at row PIER beside a pier; piers WIDTH wide, BAY apart
+  drip X Y H W                  rock hanging from a ceiling at row Y: H rows, W wide, pointed
+  island X-X Y H                a floating ledge: floor row Y, H rows thick in its middle
+  stair X-X Y N RISE            N equal steps of RISE rows from floor row Y, up towards the second
+                                column (`90-60` climbs to the left), on rock as deep as `ground`
+
+Every level is checked before it is written; a fault ends the program and leaves the file alone.
+"""
+import math
+import pathlib
+import sys
+
+import numpy as np
+from PIL import Image
+from scipy import ndimage
+
+EMPTY, FLAME, SIGN = 0xFF, 0xE0, 0xFE
+LOOKS = (0x00, 0x20, 0x40, 0x60, 0x80, SIGN)
+ROCK = -1            # rock whose look is decided by the region nearest to it
+CRUST = 4            # tiles of LOOK around open space, before DEEP begins
+BORDER = 12          # solid tiles on every side of the picture
+QUIET_BORDER = 3     # of these the outermost: no flames
+THINNEST = 3         # of a wall or floor between two spaces
+START_FLAT = 20      # tiles of level ground on both sides of the start
+START_DROP = 3       # rows from the start down to the row above its floor
+
+
+def span(text):
+    """'24-96' or '24' as first and last, inclusive, in the order given."""
+    first, _, last = text.partition('-')
+    return int(first), int(last or first)
+
+
+def point(text):
+    x, y = text.split(',')
+    return int(x), int(y)
+
+
+class Level:
+    """One level while it is being built: `tiles` is rows by columns of tile codes or ROCK, `owner`
+    the index in `regions` of each cell's region."""
+
+    def __init__(self):
+        self.tiles = np.zeros((0, 0), np.int16)
+        self.owner = np.zeros((0, 0), np.int16)
+        self.regions = []
+        self.startCell = (0, 0)
+
+    def put(self, columns, rows, code):
+        left, right = sorted(columns)
+        top, bottom = sorted(rows)
+        if left < 0 or top < 0 or right >= self.tiles.shape[1] or bottom >= self.tiles.shape[0]:
+            raise ValueError('outside the picture')
+        self.tiles[top:bottom + 1, left:right + 1] = code
+        self.owner[top:bottom + 1, left:right + 1] = len(self.regions) - 1
+
+    def ceilingColumn(self, column, ceiling, floor):
+        """Opens one column below a ceiling row (the last of rock) down to a floor row (rock)."""
+        if ceiling + 1 < floor:
+            self.put((column, column), (ceiling + 1, floor - 1), EMPTY)
+
+    def floorColumn(self, column, floor):
+        """Rock from a floor row down to the rock already there."""
+        row = floor
+        while self.tiles[row, column] in (EMPTY, FLAME):
+            row += 1
+        if row > floor:
+            self.put((column, column), (floor, row - 1), ROCK)
+
+    # The verbs, named as in the descriptions.
+
+    def size(self, width, height):
+        self.tiles = np.full((int(height), int(width)), ROCK, np.int16)
+        self.owner = np.zeros_like(self.tiles)
+
+    def start(self, x, y):
+        self.startCell = (int(x), int(y))
+
+    def region(self, name, look, deep):
+        self.regions.append((name, int(look, 16), int(deep, 16)))
+
+    def carve(self, columns, rows):
+        self.put(span(columns), span(rows), EMPTY)
+
+    def fill(self, columns, rows, code=None):
+        self.put(span(columns), span(rows), ROCK if code is None else int(code, 16))
+
+    def flame(self, columns, rows):
+        self.put(span(columns), span(rows), FLAME)
+
+    def sign(self, columns, rows):
+        self.put(span(columns), span(rows), SIGN)
+
+    def cave(self, floor, *points):
+        line = [point(p) for p in points]
+        xs, ys = zip(*line)
+        for column in range(xs[0], xs[-1] + 1):
+            self.ceilingColumn(column, int(np.floor(np.interp(column, xs, ys) + 0.5)), int(floor))
+
+    def ground(self, *points):
+        line = [point(p) for p in points]
+        for (left, floor), (right, _) in zip(line, line[1:]):
+            for column in range(left, right):
+                self.floorColumn(column, floor)
+
+    def vault(self, columns, crown, pier, floor, bay, width):
+        left, right = span(columns)
+        crown, pier, floor, bay, width = int(crown), int(pier), int(floor), int(bay), int(width)
+        for column in range(left, right + 1):
+            place = (column - left) % bay - width
+            if place < 0:
+                ceiling = pier
+            else:
+                across = (2 * place + 1) / (bay - width) - 1        # -1 to 1 in the bay
+                ceiling = pier - round((pier - crown) * math.sqrt(1 - across * across))
+            self.ceilingColumn(column, ceiling - 1, floor)
+
+    def drip(self, x, y, height, width):
+        x, y, height, width = int(x), int(y), int(height), int(width)
+        for row in range(height):
+            share = row / max(1, height - 1)
+            half = round((width - 3) / 2 * (1 - share) ** 1.6) + 1     # never thinner than 3
+            self.put((x - half, x + half), (y + row, y + row), ROCK)
+
+    def island(self, columns, y, height):
+        left, right = span(columns)
+        y, height = int(y), int(height)
+        width = right - left + 1
+        for row in range(height):
+            inset = round(max(0, width // 2 - 3) * ((row - 2) / max(1, height - 3)) ** 2) if row > 2 else 0
+            self.put((left + inset, right - inset), (y + row, y + row), ROCK)
+
+    def stair(self, columns, y, count, rise):
+        first, last = span(columns)
+        y, count, rise = int(y), int(count), int(rise)
+        step = 1 if last >= first else -1
+        total = abs(last - first) + 1
+        for index in range(total):
+            floor = y - rise * (index * count // total + 1)
+            self.floorColumn(first + step * index, floor)
+
+    def paint(self):
+        """Gives all undecided rock its look. Returns the finished codes, rows by columns."""
+        opened = (self.tiles == EMPTY) | (self.tiles == FLAME)
+        away, nearest = ndimage.distance_transform_cdt(~opened, metric='chessboard',
+                                                       return_indices=True)
+        owner = self.owner[tuple(nearest)]
+        look = np.array([r[1] for r in self.regions])[owner]
+        deep = np.array([r[2] for r in self.regions])[owner]
+        painted = np.where(away <= CRUST, look, deep)
+        return np.where(self.tiles == ROCK, painted, self.tiles).astype(np.uint8)
+
+
+VERBS = {name: getattr(Level, name) for name in
+         ('size start region carve fill flame sign cave ground vault drip island stair').split()}
+
+
+def read(path):
+    level = Level()
+    for number, line in enumerate(path.read_text(encoding='utf-8').splitlines(), 1):
+        words = line.split('#')[0].split()
+        if not words:
+            continue
+        try:
+            VERBS[words[0]](level, *words[1:])
+        except (KeyError, TypeError, ValueError, IndexError) as fault:
+            sys.exit(f'{path.name}:{number}: {line.strip()}: {fault!r}')
+    return level
+
+
+def cells(mask):
+    """The first few cells of a mask, as text."""
+    ys, xs = np.nonzero(mask)
+    return ' '.join(f'({x},{y})' for x, y in list(zip(xs, ys))[:8]) + f' ({len(xs)} in all)'
+
+
+def thinRuns(solid):
+    """Solid cells in a row of fewer than THINNEST between two open cells, left and right."""
+    thin = np.zeros_like(solid)
+    for size in range(1, THINNEST):
+        for left in range(1, solid.shape[1] - size):
+            hit = ~solid[:, left - 1] & ~solid[:, left + size] \
+                & solid[:, left:left + size].all(axis=1)
+            thin[hit, left] = True
+    return thin
+
+
+def faults(tiles, start):
+    """What would make a level unfair or unsafe to play; an empty list if nothing."""
+    found = []
+
+    def report(text, mask):
+        if mask.any():
+            found.append(f'{text}: {cells(mask)}')
+
+    empty, flame = tiles == EMPTY, tiles == FLAME
+    inside = np.zeros_like(empty)
+    inside[BORDER:-BORDER, BORDER:-BORDER] = True
+    report('unknown code', ~np.isin(tiles, (*LOOKS, FLAME, EMPTY)))
+    report('open cell in the border', empty & ~inside)
+    inner = np.zeros_like(empty)
+    inner[BORDER - QUIET_BORDER:1 - BORDER + QUIET_BORDER - 1,
+          BORDER - QUIET_BORDER:1 - BORDER + QUIET_BORDER - 1] = True
+    report('flame in the border', flame & ~inner)
+
+    # A rising kick that stops between two solid cells would stay a kick for good.
+    low = np.zeros_like(empty)
+    low[1:-1] = empty[1:-1] & ~empty[:-2] & ~empty[2:]
+    report('passage 1 high', low)
+
+    # A flame beside a gap of 1 throws the runner into the rock behind it.
+    tight = np.zeros_like(empty)
+    tight[:, 1:-2] |= flame[:, 1:-2] & empty[:, 2:-1] & ~empty[:, 3:]
+    tight[:, 2:-1] |= flame[:, 2:-1] & empty[:, 1:-2] & ~empty[:, :-3]
+    report('flame beside a gap of 1', tight)
+
+    report('wall thinner than 3', thinRuns(~empty))
+    report('floor thinner than 3', thinRuns(~empty.T).T)
+
+    x, y = start
+    floor = y + START_DROP + 1
+    flat = slice(x - START_FLAT, x + START_FLAT + 1)
+    if not empty[y:floor, flat].all() or empty[floor, flat].any() or flame[floor, flat].any():
+        found.append(f'the start ({x},{y}) has no level ground in row {floor}')
+    return found
+
+
+def main():
+    root = pathlib.Path(__file__).resolve().parent
+    target = root.parent / 'data' / 'levels'
+    target.mkdir(parents=True, exist_ok=True)
+    bad = False
+    for path in sorted((root / 'levels').glob('*.txt')):
+        level = read(path)
+        tiles = level.paint()
+        problems = faults(tiles, level.startCell)
+        for problem in problems:
+            print(f'{path.stem}: {problem}')
+        if problems:
+            bad = True
+            continue
+        Image.fromarray(np.repeat(tiles[:, :, None], 3, axis=2), 'RGB').save(
+            target / f'{path.stem}.png')
+        print(f'{path.stem}: {tiles.shape[1]} x {tiles.shape[0]}, '
+              f'{(tiles == EMPTY).mean():.1%} open, {(tiles == FLAME).sum()} flames')
+    sys.exit(bad)
+
+
+if __name__ == '__main__':
+    main()
