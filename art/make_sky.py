@@ -18,11 +18,10 @@ SIZE = 1024
 TAU = 2 * np.pi
 HERO = (668.0, 282.0)  # the eye of the spiral clock, where the light comes from
 QUALITY = 86
+LIFT = 0.83  # exponent of the last tone curve: below 1 opens the shadows
 
-# Fields of halftone dots, and places kept dark and calm because white text stands there:
-# (x, y, radius).
-HALFTONE = ((60, 480, 130), (425, 150, 105), (985, 395, 95), (360, 800, 140), (900, 650, 110))
-QUIET = ((400, 58, 110), (905, 118, 120))
+# Pockets of deep night, because white text stands there: (x, y, half width, half height).
+QUIET = ((392, 58, 125, 62), (905, 112, 122, 64))
 
 NUMERALS = ("III", "IIII", "V", "VI", "VII", "VIII", "IX", "X", "XI", "XII", "I", "II")
 
@@ -59,8 +58,6 @@ class Canvas:
         self.scale = scale
         axis = ((np.arange(SIZE * scale) + 0.5) / scale).astype(np.float32)
         x, y = axis[None, :], axis[:, None]
-        self.straightX = np.broadcast_to(x, (axis.size, axis.size))
-        self.straightY = np.broadcast_to(y, (axis.size, axis.size))
         # Slow terms bend the forms, quick small ones are the unsteady hand.
         self.x = x + waves(x, y, [(9, 1, 1, 0.6), (7, -1, 2, 2.1), (3, 3, 1, 4.0),
                                   (0.45, 17, 9, 1.0), (0.35, -11, 21, 5.0)])
@@ -99,7 +96,7 @@ class Canvas:
         gy[-1], gx[:, -1] = gy[-2], gx[:, -2]
         spacing = 1 / np.maximum(np.hypot(gx, gy) * self.scale, 1e-4)
         off = np.abs(phase - np.round(phase)) * spacing
-        return self.cover(off - width / 2) * np.clip(width * 2, 0, 1)
+        return self.cover(off - width / 2) * np.clip(width * 1.5 - 0.6, 0, 1)
 
 
 def numeralStrip():
@@ -115,11 +112,11 @@ def numeralStrip():
         draw.polygon([(x0 - half, top), (x0 + half, top), (x1 + half, bottom), (x1 - half, bottom)],
                      fill=255)
         for x, y in ((x0, top), (x1, bottom)):
-            draw.rectangle([x - half - 9 * big, y - 7 * big, x + half + 9 * big, y + 7 * big],
+            draw.rectangle([x - half - 7 * big, y - 7 * big, x + half + 7 * big, y + 7 * big],
                            fill=255)
 
     thick, thin = 25 * big, 11 * big
-    advance = {"I": 46 * big, "V": 96 * big, "X": 98 * big}
+    advance = {"I": 51 * big, "V": 96 * big, "X": 98 * big}
     for number, text in enumerate(NUMERALS):
         width = sum(advance[sign] for sign in text)
         squeeze = min(1.0, 205 * big / width)
@@ -165,12 +162,13 @@ def halo(canvas, index, distance, reach, strength):
     canvas.paint(index, canvas.cover(distance - 3.0), 0.0)
 
 
-def blobs(x, y, places):
-    """Soft patches, 0 to 1: places of (x, y, radius)."""
+def pockets(x, y):
+    """1 in the middle of the quiet places, 0 away from them."""
     total = np.zeros(x.shape, np.float32)
-    for px, py, radius in places:
-        total += np.exp(-(wrap(x - px) ** 2 + wrap(y - py) ** 2) / (2 * (radius * 0.55) ** 2))
-    return np.minimum(total, 1)
+    for px, py, wide, high in QUIET:
+        far = np.hypot(wrap(x - px) / wide, wrap(y - py) / high)
+        total = np.maximum(total, smoothstep(1.65, 0.55, far))
+    return total
 
 
 def background(canvas):
@@ -183,8 +181,7 @@ def background(canvas):
 
     nebula = waves(x, y, [(0.30, 1, 0, 3.9), (0.28, 1, 1, 0.4), (0.22, -1, 2, 5.2), (0.14, 2, 1, 1.0)])
     nebula = np.clip(0.5 + nebula * 0.75, 0, 1)
-    misty = blobs(x, y, HALFTONE)
-    calm = 1 - 0.8 * blobs(x, y, QUIET)
+    calm = 1 - 0.72 * pockets(x, y)
 
     # Rays: bundles of lines that run outward and swell inside each ray.
     twist = angle + 0.55 * np.log(np.maximum(r, 30) / 100)
@@ -192,19 +189,29 @@ def background(canvas):
     fade = smoothstep(reach, reach - 190, r)
     ray = smoothstep(0.12, 0.85, 0.5 + 0.5 * np.cos(twist * 18))
     glow = smoothstep(512, 230, r)
-    canvas.tone[:] = 0.085 + 0.045 * nebula + 0.11 * glow * (0.4 + 0.6 * ray) * calm
+    canvas.tone[:] = (0.115 + 0.055 * nebula + 0.12 * glow * (0.4 + 0.6 * ray)) * calm
 
     # Lines of the night: level, but carried up and down as by a swell. Lines, rays and dots
     # make room for each other, so that they never cross into a net.
     lift = waves(x, y, [(34, 1, 0, 0.3), (26, 1, 1, 2.6), (16, 2, -1, 0.9), (9, 3, 1, 4.4)])
-    phase = (y + lift) * (92 / SIZE)
-    weight = (1.5 + 4.4 * nebula ** 1.4) * smoothstep(0.20, 0.0, fade) * smoothstep(0.45, 0.15, misty)
-    canvas.paint(everything, canvas.lines(phase, weight), (0.27 + 0.20 * nebula) * calm)
+    phase = (y + lift) * (84 / SIZE)
 
-    width = np.maximum(r, 1) * TAU / 144 * 0.60 * fade * (0.16 + 0.84 * ray)
-    width *= smoothstep(0.65, 0.25, misty)
-    shine = (0.30 + 0.36 * fade) * (0.30 + 0.70 * calm)
-    canvas.paint(everything, canvas.lines(twist * (144 / TAU), np.minimum(width, 9)), shine)
+    # Rivers of dots run with that swell; the ends of some rays break up into dots too.
+    river = np.zeros(x.shape, np.float32)
+    for bed, breadth, where in ((505, 62, 3.6), (95, 46, 5.4), (800, 70, 1.0)):
+        strength = smoothstep(-0.35, 0.7, np.sin(TAU * x / SIZE + where))
+        river = np.maximum(river, np.exp(-(wrap(y + lift - bed) / breadth) ** 2) * strength)
+    frayed = smoothstep(0.1, 0.9, np.sin(twist * 3 - 0.4))
+    river *= smoothstep(0.5, 0.05, fade * (1 - frayed))
+    misty = np.maximum(river, frayed * smoothstep(330, 420, r) * smoothstep(505, 420, r))
+
+    weight = (1.7 + 4.6 * nebula ** 1.4) * smoothstep(0.10, 0.0, fade) * smoothstep(0.42, 0.12, misty)
+    canvas.paint(everything, canvas.lines(phase, weight), (0.32 + 0.20 * nebula) * calm)
+
+    width = np.maximum(r, 1) * TAU / 126 * 0.60 * fade * (0.16 + 0.84 * ray)
+    width *= smoothstep(0.55, 0.15, misty)
+    shine = (0.30 + 0.44 * fade) * calm
+    canvas.paint(everything, canvas.lines(twist * (126 / TAU), np.minimum(width, 10)), shine)
 
     # Halftone: 45 degrees, pitch 9 pixels.
     dots = 80
@@ -212,7 +219,7 @@ def background(canvas):
     v = (x - y) * (dots / SIZE)
     off = np.hypot(u - np.round(u), v - np.round(v)) * SIZE / (dots * np.sqrt(2))
     size = smoothstep(0.22, 1.0, misty) * 4.3
-    canvas.paint(everything, canvas.cover(off - size) * (size > 0.4), 0.42 * calm + 0.06)
+    canvas.paint(everything, canvas.cover(off - size) * (size > 0.4), 0.50 * calm)
 
 
 def gear(canvas, centre, radius, teeth, spokes, turn, brightness, curve=0.0):
@@ -270,7 +277,10 @@ def hand(canvas, index, dx, dy, heading, length, width, bend, value):
 
 
 def dial(canvas, centre, radius, turn, twist, squash, brightness, hours, minutes):
-    """A clock face: rim, minute track, numerals, engraved middle and two hands, wrung by twist."""
+    """A clock face: rim, minute track, numerals, engraved middle and two hands, wrung by twist.
+
+    squash: how flat, along which angle, and how far it sags to one side (-1 to 1).
+    """
     index, dx, dy = canvas.window(centre, radius * 1.3 + 40)
     # Bent as a whole: pressed along one direction and drawn out where it leans.
     lean = squash[1]
@@ -299,8 +309,8 @@ def dial(canvas, centre, radius, turn, twist, squash, brightness, hours, minutes
     # Minute track.
     for count, inner, half in ((60, 0.855, 0.9), (12, 0.82, 2.0)):
         off = np.abs(r * np.sin(fold(angle, count)))
-        tick = np.maximum(off - half * max(radius / 150, 0.7), np.abs(r - radius * (0.89 + inner) / 2)
-                          - radius * (0.89 - inner) / 2)
+        span = np.abs(r - radius * (0.89 + inner) / 2) - radius * (0.89 - inner) / 2
+        tick = np.maximum(off - half * max(radius / 150, 0.7), span)
         canvas.paint(index, canvas.cover(tick), brightness * 0.85)
 
     canvas.paint(index, numerals(angle, (radius * 0.80 - r) / (radius * 0.24)) * inside,
@@ -326,18 +336,29 @@ def spiralClock(canvas):
     raw = np.arctan2(dy, dx)
     start = 3 * TAU / 8  # where the outer end of the band lies
     around = ((raw - start) / TAU) % 1
+    # Turns of the band counted inward from its outer edge; v runs across one turn, 0 to 1.
     turns = np.log(outer / r) / np.log(growth) - (1 - around)
     v = turns - np.floor(turns)
-    angle = raw
     bandPx = r * np.log(growth)  # length of one step of v, pixels
     centreGlow = smoothstep(150, 12, r)
     lit = 0.5 + 0.5 * np.cos(raw + 2.2)
 
     body = -turns * bandPx  # signed distance to the outer edge of the band, negative inside
+    cut = r * np.sin(raw - start)  # to its outer end, negative on the side of the band
+    behind = (body > 0) & (cut > 0) & (np.cos(raw - start) > 0)
+    past = np.maximum(r * np.cos(raw - start) - outer, 0)
+    body = np.where(behind, np.minimum(body, np.hypot(cut, past)), body)
     halo(canvas, index, np.where(body > 0, body, -1.0), 26, 0.85)
     inside = canvas.cover(body)
     canvas.paint(index, inside, 0.10 + 0.12 * centreGlow)
     small = smoothstep(9, 26, r)
+
+    # Dots shade the face, largest away from the light.
+    dots = 104
+    u, w = (canvas.x + canvas.y) * (dots / SIZE), (canvas.x - canvas.y) * (dots / SIZE)
+    off = np.hypot(u - np.round(u), w - np.round(w)) * SIZE / (dots * np.sqrt(2))
+    shade = smoothstep(-0.6, 1.0, -np.cos(raw + 2.2)) * smoothstep(70, 230, r)
+    canvas.paint(index, canvas.cover(off - 2.9 * shade) * inside * (shade > 0.1), 0.035)
 
     def ring(at, half):
         return canvas.cover((np.abs(v - at) - half) * bandPx)
@@ -347,13 +368,13 @@ def spiralClock(canvas):
     marks = canvas.cover((np.abs(r * np.sin(fold(raw, 120)))) - r * 0.011 * (1.3 - lit))
     canvas.paint(index, marks * rim * inside * smoothstep(60, 110, r), 0.05)
 
-    tick = canvas.cover(np.abs(r * np.sin(fold(angle, 60))) - r * 0.009)
+    tick = canvas.cover(np.abs(r * np.sin(fold(raw, 60))) - r * 0.009)
     tick *= ring(0.215, 0.045) * smoothstep(50, 90, r)
     canvas.paint(index, tick * inside, 0.62)
-    tick = canvas.cover(np.abs(r * np.sin(fold(angle, 12))) - r * 0.018) * ring(0.225, 0.055)
+    tick = canvas.cover(np.abs(r * np.sin(fold(raw, 12))) - r * 0.018) * ring(0.225, 0.055)
     canvas.paint(index, tick * inside, 0.80)
 
-    ink = numerals(angle, (v - 0.31) / 0.43)
+    ink = numerals(raw, (v - 0.31) / 0.43)
     canvas.paint(index, ink * inside * small, 0.66 + 0.22 * centreGlow)
     canvas.paint(index, ring(0.785, 0.008) * inside, 0.5)
 
@@ -363,15 +384,18 @@ def spiralClock(canvas):
     canvas.paint(index, fine * lip * inside * smoothstep(40, 80, r), 0.40)
     canvas.paint(index, ring(0.0, 0.018) * inside, 0.0)
 
+    seam = canvas.cover(np.abs(cut + 5) - 1.3) * (np.cos(raw - start) > 0) * (turns < 1)
+    canvas.paint(index, seam * inside, 0.62)
+
     eye = smoothstep(40, 4, r)
     canvas.paint(index, eye, 0.92)
     hand(canvas, index, dx, dy, -2.25, 150, 9, 0.5, 0.90)
-    hand(canvas, index, dx, dy, -0.55, 250, 8, -0.45, 0.96)
+    hand(canvas, index, dx, dy, -0.66, 236, 8, -0.42, 0.96)
 
 
 def stars(canvas):
     """A few four-pointed stars in the open night."""
-    for x, y, size in ((60, 60, 15), (318, 40, 10), (395, 330, 9), (980, 470, 12), (30, 330, 8),
+    for x, y, size in ((60, 60, 15), (266, 34, 10), (395, 330, 9), (980, 470, 12), (30, 330, 8),
                        (948, 60, 9), (470, 660, 14), (900, 760, 10), (90, 760, 9), (560, 960, 8)):
         index, dx, dy = canvas.window((x, y), 40)
         ax, ay = np.abs(dx), np.abs(dy)
@@ -392,14 +416,13 @@ def draw(scale):
     dial(canvas, (172, 172), 118, -0.5, 0.7, (1.12, 0.5, 1.0), 0.9, 2.6, -0.7)
     dial(canvas, (150, 690), 105, 0.4, -0.8, (1.15, 2.4, -1.0), 0.8, 1.2, -2.0)
     gear(canvas, (205, 360), 54, 12, 4, 0.15, 0.9, 0.6)
-    side = SIZE
-    tone = canvas.tone.reshape(side, scale, side, scale).mean(axis=(1, 3))
-    return np.clip(tone, 0, 1)
+    tone = canvas.tone.reshape(SIZE, scale, SIZE, scale).mean(axis=(1, 3))
+    return np.clip(tone, 0, 1) ** LIFT
 
 
 def main():
     here = os.path.dirname(os.path.abspath(__file__))
-    default = os.path.join(here, "..", "images", "sprites", "sky.jpg")
+    default = os.path.join(os.path.dirname(here), "images", "sprites", "sky.jpg")
     parser = argparse.ArgumentParser(description=__doc__.splitlines()[0])
     parser.add_argument("output", nargs="?", default=default)
     parser.add_argument("--scale", type=int, default=3, help="samples per pixel and direction")
