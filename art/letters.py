@@ -25,11 +25,11 @@ import numpy
 UNITS_PER_EM = 1000
 CAP_HEIGHT = 700
 X_HEIGHT = 500
-NIB_LONG = 108.0    # the nib is an ellipse: long and short axis, and the angle it is held at
+NIB_LONG = 132.0    # the nib is an ellipse: long and short axis, and the angle it is held at
 NIB_SHORT = 86.0
-NIB_ANGLE = math.radians(35)
+NIB_ANGLE = math.radians(38)
 SLANT = 0.085       # x gained per unit of height
-PEN_LIFT = 50       # the pen centre's y 0 above the baseline
+PEN_LIFT = 56       # the pen centre's y 0 above the baseline
 WOBBLE = 3.2        # sideways sway of the hand
 GRID = 4.0          # step of the grid on which the ink is traced
 
@@ -69,8 +69,8 @@ STROKES = {
     "f": ["276,602 196,648@180 104,500@-92 - 88,-10", "0,384 - 244,404"],
     "g": ["316,346 182,405@180 0,188@-90 146,-6@0 318,196", "338,402 - 322,-40 150,-196@180 8,-124"],
     "h": ["34,646 - 16,-8", "24,222 196,405@0 322,258@-90 - 322,-10"],
-    "i": ["8,402 - 0,-8", "12,596 - 18,600 dot"],
-    "j": ["176,402 - 164,-60 62,-192@180 0,-168", "182,596 - 188,600 dot"],
+    "i": ["8,402 - 0,-8", "23,593 - 7,613 dot"],
+    "j": ["134,402 - 122,-70 58,-190@180 0,-176", "151,593 - 135,613 dot"],
     "k": ["34,646 - 16,-8", "298,402 - 46,170", "112,222 - 326,-10"],
     "l": ["20,646 - 10,110 90,-8@0 142,24"],
     "m": ["26,402 - 12,-8", "22,222 166,405@0 272,258@-90 - 268,-8", "276,222 418,405@0 526,258@-90 - 528,-10"],
@@ -100,16 +100,16 @@ STROKES = {
     "+": ["178,486 - 168,122", "0,296 - 348,310"],
     "-": ["0,290 - 250,302"],
     "=": ["0,396 - 322,408", "0,196 - 322,208"],
-    ".": ["0,8 - 6,12 dot"],
+    ".": ["11,1 - -5,21 dot"],
     ",": ["34,18 30,-60 0,-126 drop"],
-    ";": ["58,352 - 64,356 dot", "34,18 30,-60 0,-126 drop"],
-    ":": ["0,8 - 6,12 dot", "22,352 - 28,356 dot"],
+    ";": ["69,345 - 53,365 dot", "34,18 30,-60 0,-126 drop"],
+    ":": ["11,1 - -5,21 dot", "33,345 - 17,365 dot"],
     "'": ["10,648 - 0,470 drop"],
-    "?": ["0,478 170,607@0 332,458@-90 190,284 156,178", "142,8 - 148,12 dot"],
+    "?": ["0,478 170,607@0 332,458@-90 190,284 156,178", "153,1 - 137,21 dot"],
     "(": ["150,690 0,296@-90 134,-98"],
     ")": ["16,690 150,296@-90 0,-98"],
-    "!": ["14,624 - 0,190 drop", "-8,8 - -2,12 dot"],
-    '"': ["10,648 - 0,470 drop", "160,648 - 150,470 drop"],
+    "!": ["14,624 - 0,190 drop", "3,1 - -13,21 dot"],
+    '"': ["10,648 - 0,470 drop", "200,648 - 190,470 drop"],
     "\\": ["0,656 - 290,-60"],
     "/": ["290,656 - 0,-60"],
     "<": ["286,508 - 0,298", "0,298 - 296,96"],
@@ -263,8 +263,8 @@ def inkDistance(tracks, weight, x, y):
 
 # Marching squares. Corners of a cell: 1 lower left, 2 lower right, 4 upper right, 8 upper left;
 # edges: b(ottom), r(ight), t(op), l(eft). Each way runs with the ink at its right hand.
-CELL_WAYS = {1: "bl", 2: "rb", 3: "rl", 4: "tr", 5: "bl tr", 6: "tb", 7: "tl", 8: "lt", 9: "bt",
-             10: "rb lt", 11: "rt", 12: "lr", 13: "br", 14: "lb"}
+CELL_WAYS = {1: "lb", 2: "br", 3: "lr", 4: "rt", 5: "lb rt", 6: "bt", 7: "lt", 8: "tl", 9: "tb",
+             10: "br tl", 11: "tr", 12: "rl", 13: "rb", 14: "bl"}
 
 
 def traceContours(field, x0, y0, step):

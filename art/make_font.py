@@ -24,14 +24,15 @@ MADE = "Thu Jan 01 00:00:00 2026"
 ASCENT = 900            # font units, as all lengths here
 DESCENT = 280
 LEFT_ROOM = 36
-BLANK = 300
+BLANK = 280
 RIGHT_ROOM = {          # where the right side asks for more or less than the usual
-    "r": 8, "f": -4, "t": 22, "c": 26, "e": 34, "k": 18, "v": 20, "w": 20, "x": 18, "y": 16,
-    "z": 24, "s": 32, "o": 36, "b": 38, "p": 38, "T": 0, "F": 10, "L": 8, "P": 14, "V": 6, "W": 10,
-    "Y": 0, "A": 14, "K": 14, "X": 14, "J": 44, "C": 20, "E": 22, "Z": 22, "7": 20, "/": 20,
-    "\\": 20, "(": 16, "'": 40, ".": 60, ",": 60, ":": 60, ";": 60, "!": 60, "?": 44,
+    "r": -12, "f": -34, "t": 4, "c": 10, "e": 14, "k": 2, "v": -2, "w": -2, "x": 4, "y": -6,
+    "z": 12, "s": 16, "o": 18, "b": 20, "p": 20, "T": -30, "F": -20, "L": 4, "P": -10, "V": -30,
+    "W": -28, "Y": -34, "A": 2, "K": -6, "X": -6, "C": 0, "E": 4, "Z": 4, "7": -14, "/": -10,
+    "\\": 10, "(": -20, "'": 14, ".": 44, ",": 44, ":": 40, ";": 40, "!": 30, "?": 20,
+    "H": 44, "I": 44, "M": 44, "N": 44, "U": 40, "J": 40,
 }
-USUAL_RIGHT_ROOM = 44
+USUAL_RIGHT_ROOM = 26
 
 REACH = 14.0            # length over which a contour's direction is measured
 CORNER = math.radians(40)
