@@ -17,7 +17,7 @@ from PIL import Image, ImageDraw
 SIZE = 1024
 TAU = 2 * np.pi
 HERO = (668.0, 282.0)  # the eye of the spiral clock, where the light comes from
-QUALITY = 86
+QUALITY = 87
 LIFT = 0.83  # exponent of the last tone curve: below 1 opens the shadows
 
 # Pockets of deep night, because white text stands there: (x, y, half width, half height).
@@ -38,7 +38,7 @@ def wrap(delta):
 
 
 def waves(x, y, terms):
-    """Sum of sines that repeats every SIZE pixels: terms of (amplitude, cycles x, cycles y, phase)."""
+    """Sum of sines repeating every SIZE pixels: (amplitude, cycles x, cycles y, phase) each."""
     total = np.zeros(np.broadcast(x, y).shape, np.float32)
     for amplitude, kx, ky, phase in terms:
         total += amplitude * np.sin(TAU * (kx * x + ky * y) / SIZE + phase)
@@ -52,7 +52,7 @@ def fold(angle, count, offset=0.0):
 
 
 class Canvas:
-    """The picture while it is drawn, at `scale` samples per pixel; its place field is bent a little."""
+    """The picture while it is drawn, `scale` samples per pixel, in slightly bent coordinates."""
 
     def __init__(self, scale):
         self.scale = scale
@@ -179,7 +179,8 @@ def background(canvas):
     angle = np.arctan2(dy, dx)
     everything = canvas.window((0, 0), SIZE)[0]
 
-    nebula = waves(x, y, [(0.30, 1, 0, 3.9), (0.28, 1, 1, 0.4), (0.22, -1, 2, 5.2), (0.14, 2, 1, 1.0)])
+    nebula = waves(x, y, [(0.30, 1, 0, 3.9), (0.28, 1, 1, 0.4), (0.22, -1, 2, 5.2),
+                          (0.14, 2, 1, 1.0)])
     nebula = np.clip(0.5 + nebula * 0.75, 0, 1)
     calm = 1 - 0.72 * pockets(x, y)
 
@@ -205,7 +206,8 @@ def background(canvas):
     river *= smoothstep(0.5, 0.05, fade * (1 - frayed))
     misty = np.maximum(river, frayed * smoothstep(330, 420, r) * smoothstep(505, 420, r))
 
-    weight = (1.7 + 4.6 * nebula ** 1.4) * smoothstep(0.10, 0.0, fade) * smoothstep(0.42, 0.12, misty)
+    weight = 1.7 + 4.6 * nebula ** 1.4
+    weight *= smoothstep(0.10, 0.0, fade) * smoothstep(0.42, 0.12, misty)
     canvas.paint(everything, canvas.lines(phase, weight), (0.32 + 0.20 * nebula) * calm)
 
     width = np.maximum(r, 1) * TAU / 126 * 0.60 * fade * (0.16 + 0.84 * ray)
@@ -302,7 +304,8 @@ def dial(canvas, centre, radius, turn, twist, squash, brightness, hours, minutes
     # Rim: bright, with engraved cross strokes in its shaded half.
     rim = np.abs(r - radius * 0.955) - radius * 0.045
     canvas.paint(index, canvas.cover(rim), brightness * (0.28 + 0.62 * lit))
-    strokes = canvas.lines((angle * round(radius * 0.95) / TAU).astype(np.float32), 1.2 + 1.8 * (1 - lit))
+    phase = (angle * round(radius * 0.95) / TAU).astype(np.float32)
+    strokes = canvas.lines(phase, 1.2 + 1.8 * (1 - lit))
     canvas.paint(index, strokes * canvas.cover(rim) * (lit < 0.75), 0.06)
     canvas.paint(index, canvas.cover(np.abs(r - radius * 0.905) - 1.8), 0.0)
 
@@ -320,7 +323,8 @@ def dial(canvas, centre, radius, turn, twist, squash, brightness, hours, minutes
     # Middle: a wrung rosette of lines.
     middle = canvas.cover(r - radius * 0.50) * smoothstep(radius * 0.04, radius * 0.2, r)
     petals = 0.5 + 0.5 * np.cos(6 * angle)
-    rays = canvas.lines((angle * 36 / TAU).astype(np.float32), np.minimum(r * 0.075, 5) * (0.25 + petals))
+    width = np.minimum(r * 0.075, 5) * (0.25 + petals)
+    rays = canvas.lines((angle * 36 / TAU).astype(np.float32), width)
     canvas.paint(index, rays * middle, brightness * (0.30 + 0.25 * lit))
 
     hand(canvas, index, sx, sy, hours, radius * 0.50, radius * 0.045, 0.35, brightness * 0.95)
