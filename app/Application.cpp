@@ -1,0 +1,132 @@
+// SPDX-License-Identifier: Zlib
+#include "app/Application.h"
+
+#include <utility>
+
+#include "drawing/ImageLoader.h"
+#include "drawing/OpenGLDrawer.h"
+#include "game/GamePlay.h"
+#include "images/EmbeddedImages.h"
+#include "platform/Platform.h"
+
+static constexpr std::int16_t virtualWidth = 1280; // units
+static constexpr std::int16_t virtualHeight = 720;
+static constexpr std::uint32_t framePeriod = 15; // ms at least from frame to frame
+
+// The first release of SDL 1.2's successor in disguise, which knows Wayland.
+static constexpr Uint8 firstWaylandPatch = 50;
+
+// Places in glyphImages, by the drawer's glyph number: A to Z, 0 to 9, then . , + - ! ? :
+static constexpr int glyphPlaces[glyphImageCount] = {
+    10, 11, 12, 15, 16, 18, 19, 20, 21, 22, 23, 24, 25, 27, 28, 29, 32, 34, 35, 36, 37, 38,
+    39, 40, 41, 42, 0,  1,  2,  3,  4,  5,  6,  7,  8,  9,  30, 14, 31, 26, 17, 33, 13};
+
+// Without a display SDL would fall back on a text terminal and write escape codes into it. Its
+// driver without a screen instead lets the program run up to one clear line about the window.
+static void chooseVideoDriver() {
+    const bool knowsWayland = SDL_Linked_Version()->patch >= firstWaylandPatch;
+    const bool wayland = knowsWayland && !Platform::environment("WAYLAND_DISPLAY").empty();
+    const bool chosen = !Platform::environment("SDL_VIDEODRIVER").empty();
+    if (Platform::environment("DISPLAY").empty() && !wayland && !chosen) {
+        Platform::setEnvironment("SDL_VIDEODRIVER", "dummy");
+    }
+}
+
+Application::Application(const std::vector<std::string>& /*arguments*/) {
+    bindDefaults();
+    chooseVideoDriver();
+    if (SDL_Init(SDL_INIT_TIMER | SDL_INIT_VIDEO | SDL_INIT_JOYSTICK) < 0) {
+        throw FatalError{std::string("Could not initialise SDL: ") + SDL_GetError()};
+    }
+    SDL_WM_SetCaption("Tarnwick Episode", nullptr);
+
+    windowWidth = virtualWidth;
+    windowHeight = virtualHeight;
+    const bool fullscreen = false;
+    const std::int32_t antialiasing = 0; // samples
+
+    drawer = std::make_unique<OpenGLDrawer>(virtualWidth, virtualHeight);
+    drawer->createWindow(static_cast<std::uint16_t>(windowWidth),
+                         static_cast<std::uint16_t>(windowHeight), fullscreen, antialiasing);
+    state = std::make_unique<GamePlay>(*this);
+    openJoysticks();
+    SDL_ShowCursor(SDL_DISABLE);
+}
+
+Application::~Application() {
+    for (SDL_Joystick* joystick : joysticks) SDL_JoystickClose(joystick);
+    drawer.reset();
+    state.reset();
+    SDL_Quit();
+}
+
+void Application::openJoysticks() {
+    SDL_JoystickEventState(SDL_ENABLE);
+    for (int i = 0; i < SDL_NumJoysticks(); ++i) joysticks.push_back(SDL_JoystickOpen(i));
+}
+
+void Application::loadGlyphs() {
+    for (int glyph = 0; glyph < glyphImageCount; ++glyph) {
+        const EmbeddedImage& file = glyphImages[glyphPlaces[glyph]];
+        LoadedImage image = ImageLoader().loadFromMemory(file.data, file.bytes);
+        drawer->setGlyphImage(glyph, std::move(image.pixels), image.width);
+    }
+}
+
+void Application::run() {
+    loadGlyphs();
+    for (;;) {
+        handleEvents();
+        if (quitRequested) return;
+        pace();
+        drawer->beginFrame();
+        if (state) state->draw(*drawer);
+        drawer->endFrame();
+    }
+}
+
+void Application::handleEvents() {
+    SDL_Event event;
+    while (SDL_PollEvent(&event)) handleEvent(event);
+}
+
+void Application::handleEvent(const SDL_Event& event) {
+    switch (event.type) {
+    case SDL_KEYDOWN: onKeyDown(event.key.keysym); break;
+    case SDL_KEYUP: onKeyUp(event.key.keysym); break;
+    case SDL_MOUSEMOTION: onMouseMotion(event.motion.x, event.motion.y); break;
+    case SDL_MOUSEBUTTONDOWN:
+        onMouseButtonDown(event.button.button, event.button.x, event.button.y);
+        break;
+    case SDL_MOUSEBUTTONUP:
+        onMouseButtonUp(event.button.button, event.button.x, event.button.y);
+        break;
+    case SDL_JOYAXISMOTION:
+        onJoystickAxis(event.jaxis.which, event.jaxis.axis,
+                       static_cast<float>(event.jaxis.value * (1.0 / 32768)));
+        break;
+    case SDL_JOYBUTTONDOWN: onJoystickButtonDown(event.jbutton.which, event.jbutton.button); break;
+    case SDL_JOYBUTTONUP: onJoystickButtonUp(event.jbutton.which, event.jbutton.button); break;
+    case SDL_QUIT: quitRequested = true; break;
+    default: break;
+    }
+}
+
+// Waits until 15 ms have passed since the last frame. The moment until which it waits counts as
+// this frame's; with the moment of the reading instead, waits of 14 and of 0 ms would take turns,
+// and the game run at twice its speed. The difference is unsigned and outlives a wrap of the clock.
+void Application::pace() {
+    const std::uint32_t now = SDL_GetTicks();
+    const std::uint32_t passed = now - lastFrameTicks;
+    const std::uint32_t wait = passed < framePeriod ? framePeriod - passed : 0;
+    lastFrameTicks = now + wait;
+    if (wait > 0) SDL_Delay(wait);
+}
+
+void Application::changeState(std::string name, std::string /*second*/) {
+    if (name != "GamePlay") return;
+    // The old state goes first, so that two levels never live at once; and the field is empty in
+    // between, should building the new one fail.
+    state.reset();
+    state = std::make_unique<GamePlay>(*this);
+}

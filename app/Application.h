@@ -1,0 +1,76 @@
+// SPDX-License-Identifier: Zlib
+#pragma once
+
+#include <SDL.h>
+
+#include <cstdint>
+#include <map>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "app/FatalError.h"
+
+class Drawer;
+class GameState;
+
+// The root of the program. It is built on the entry function's stack, opens everything, runs the
+// main loop and closes everything. It owns the drawer and the current state, turns SDL's events
+// into calls on that state, and holds the frames at least 15 ms apart. Main thread only.
+class Application {
+public:
+    // Does all of start-up; takes the command line without the program's own name. Throws
+    // FatalError if SDL cannot be initialised.
+    explicit Application(const std::vector<std::string>& arguments);
+    Application(const Application&) = delete;
+    Application& operator=(const Application&) = delete;
+    ~Application();
+
+    // The glyph images and the main loop; returns when quit was asked for.
+    void run();
+
+    void quit() { quitRequested = true; }
+
+    // Deletes the current state and builds the one of that name; does nothing if there is none of
+    // that name. Called by the state itself, through GameState::changeState. The texts are taken by
+    // value, since the caller's object goes. The second text is unused.
+    void changeState(std::string name, std::string second);
+
+private:
+    friend class Inspector;
+
+    // Start-up and frame (Application.cpp)
+    void openJoysticks();
+    void loadGlyphs();
+    void handleEvents();
+    void handleEvent(const SDL_Event& event);
+    void pace();
+
+    // Input (ApplicationInput.cpp). Actions are looked up by input code; unbound ones are empty.
+    void bindDefaults();
+    void bind(const std::string& action, std::int32_t inputCode);
+    std::string actionForKey(const SDL_keysym* key);
+    std::string actionForJoystick(std::int32_t joystick, std::int32_t joystickCode);
+    void onKeyDown(const SDL_keysym& key);
+    void onKeyUp(const SDL_keysym& key);
+    void onJoystickAxis(std::int32_t joystick, std::int32_t axis, float value);
+    void onJoystickButtonDown(std::int32_t joystick, std::int32_t button);
+    void onJoystickButtonUp(std::int32_t joystick, std::int32_t button);
+    void onMouseMotion(std::int32_t x, std::int32_t y);
+    void onMouseButtonDown(std::int32_t button, std::int32_t x, std::int32_t y);
+    void onMouseButtonUp(std::int32_t button, std::int32_t x, std::int32_t y);
+    void reportAxis(std::int32_t joystick, std::int32_t direction, float magnitude);
+    std::int32_t virtualX(std::int32_t x) const;
+    std::int32_t virtualY(std::int32_t y) const;
+
+    bool quitRequested = false;
+    std::uint32_t lastFrameTicks = 0; // ms, when the last frame was allowed to begin
+    std::int32_t windowWidth = 0;     // pixels asked for
+    std::int32_t windowHeight = 0;    // pixels asked for
+    bool noSound = false;
+    bool noMusic = false;
+    std::map<std::int32_t, std::string> bindings; // action by input code
+    std::vector<SDL_Joystick*> joysticks;         // in SDL's order; may hold null
+    std::unique_ptr<Drawer> drawer;
+    std::unique_ptr<GameState> state;
+};

@@ -1,0 +1,23 @@
+// SPDX-License-Identifier: Zlib
+#include <SDL.h>
+
+#include <cstdlib>
+#include <iostream>
+#include <string>
+#include <vector>
+
+#include "app/Application.h"
+
+// SDL.h renames main for platforms whose SDL brings an entry function of its own; here it stays.
+int main(int argc, char* argv[]) {
+    // A start-up that fails half-way leaves SDL open.
+    std::atexit(SDL_Quit);
+    const std::vector<std::string> arguments(argv + (argc > 0 ? 1 : 0), argv + argc);
+    try {
+        Application application(arguments);
+        application.run();
+    } catch (const FatalError& error) {
+        std::cout << error.text << std::endl;
+    }
+    return 0;
+}

@@ -1,0 +1,30 @@
+// SPDX-License-Identifier: Zlib
+#include "drawing/GlyphAtlas.h"
+
+#include <algorithm>
+#include <cstring>
+
+#include "drawing/PowerOfTwo.h"
+
+static constexpr std::size_t pixelBytes = 4;
+
+GlyphAtlas::GlyphAtlas(int side, int width, int height)
+    : size(static_cast<int>(
+          nextPowerOfTwo(static_cast<std::uint32_t>(std::max({side, width, height}))))) {
+    const std::size_t bytes =
+        static_cast<std::size_t>(size) * static_cast<std::size_t>(size) * pixelBytes;
+    pixels = std::make_unique<std::uint8_t[]>(bytes);
+    for (std::size_t i = 0; i < bytes; ++i) pixels[i] = i % pixelBytes == 3 ? 0 : 255;
+}
+
+void GlyphAtlas::copy(const SDL_Surface& surface, int left, int top) {
+    const int columns = std::min(surface.w, size - left);
+    if (columns <= 0 || left < 0) return;
+    for (int row = std::max(0, -top); row < surface.h && top + row < size; ++row) {
+        const auto place = static_cast<std::size_t>(top + row) * static_cast<std::size_t>(size) +
+                           static_cast<std::size_t>(left);
+        std::memcpy(pixels.get() + place * pixelBytes,
+                    static_cast<const Uint8*>(surface.pixels) + row * surface.pitch,
+                    static_cast<std::size_t>(columns) * pixelBytes);
+    }
+}

@@ -1,0 +1,17 @@
+// SPDX-License-Identifier: Zlib
+#pragma once
+
+#include <cstddef>
+#include <string>
+
+#include "drawing/LoadedImage.h"
+
+// Decodes picture files of any format that the image library reads. Pictures of 3 or 4 bytes a
+// pixel are taken (an alpha of 255 joins the former); paletted and grey ones of 1 byte, and
+// everything that cannot be read, give the empty LoadedImage. Nothing is printed. It has no state
+// and is made where it is needed; main thread only.
+class ImageLoader {
+public:
+    LoadedImage loadFromMemory(const void* data, std::size_t bytes) const;
+    LoadedImage loadFromFile(const std::string& path) const;
+};

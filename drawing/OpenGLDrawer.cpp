@@ -1,0 +1,287 @@
+// SPDX-License-Identifier: Zlib
+// Set-up: the window, the GL context, the fitted picture, and the life of a frame.
+#include "drawing/OpenGLDrawer.h"
+
+#include <GL/glu.h>
+#include <SDL.h>
+
+#include <cstring>
+#include <iostream>
+
+#include "drawing/SpriteTexture.h"
+#include "images/EmbeddedImages.h"
+#include "platform/Platform.h"
+
+static constexpr int offscreenWidth = 1280; // pixels of the frame buffer's picture
+static constexpr int offscreenHeight = 720;
+static constexpr std::uint16_t blankGlyphSize = 16; // pixels
+
+std::uint32_t OpenGLDrawer::lineTexture = 0;
+
+OpenGLDrawer::OpenGLDrawer(std::int16_t virtualWidth, std::int16_t virtualHeight)
+    : Drawer(virtualWidth, virtualHeight) {
+    OpenGLFont::startLibrary();
+}
+
+static void setAttribute(SDL_GLattr attribute, int value, const char* meaning) {
+    if (SDL_GL_SetAttribute(attribute, value) < 0) {
+        std::cout << "OpenGLDrawer: Could not set " << meaning << "..." << std::endl;
+    }
+}
+
+static void setColourSizes(const SDL_VideoInfo* video) {
+    if (video && video->vfmt && video->vfmt->BitsPerPixel == 16) {
+        std::cout << "OpenGLDrawer: Display is 16bit." << std::endl;
+        setAttribute(SDL_GL_RED_SIZE, 5, "red pixel size to 5");
+        setAttribute(SDL_GL_GREEN_SIZE, 5, "green pixel size to 5");
+        setAttribute(SDL_GL_BLUE_SIZE, 5, "blue pixel size to 5");
+        return;
+    }
+    std::cout << "OpenGLDrawer: Display is 32bit." << std::endl;
+    setAttribute(SDL_GL_RED_SIZE, 8, "red pixel size to 8");
+    setAttribute(SDL_GL_GREEN_SIZE, 8, "green pixel size to 8");
+    setAttribute(SDL_GL_BLUE_SIZE, 8, "blue pixel size to 8");
+    setAttribute(SDL_GL_ALPHA_SIZE, 8, "alpha pixel size to 8");
+}
+
+bool OpenGLDrawer::createWindow(std::uint16_t width, std::uint16_t height, bool fullscreen,
+                                std::int32_t multisample) {
+    windowWidth = width;
+    windowHeight = height;
+    if (!openSurface(fullscreen, multisample) || !startGlew()) {
+        std::cout << "OpenGLDrawer: Could not open window: " << SDL_GetError() << std::endl;
+        SDL_Event quit = {};
+        quit.type = SDL_QUIT;
+        SDL_PushEvent(&quit);
+        return false;
+    }
+    hasContext = true;
+    findShaders();
+    makeBlankGlyphs();
+    glViewport(0, 0, windowWidth, windowHeight);
+    glClearColor(0, 0, 0, 1);
+    glClear(GL_COLOR_BUFFER_BIT);
+    fitPicture();
+    makeFrameBuffer();
+    setFixedState();
+    return true;
+}
+
+void OpenGLDrawer::resizeWindow(std::uint16_t width, std::uint16_t height) {
+    windowWidth = width;
+    windowHeight = height;
+    if (!hasContext) return;
+    makeBlankGlyphs();
+    fitPicture();
+    makeFrameBuffer();
+    setFixedState();
+}
+
+// Opens the window, if need be with less than was asked for, and takes the size it really got.
+bool OpenGLDrawer::openSurface(bool fullscreen, std::int32_t multisample) {
+    const SDL_VideoInfo* video = SDL_GetVideoInfo();
+    setColourSizes(video);
+    setAttribute(SDL_GL_DEPTH_SIZE, 16, "depth size to 16");
+    setAttribute(SDL_GL_DOUBLEBUFFER, 1, "double buffering");
+    setAttribute(SDL_GL_SWAP_CONTROL, 1, "vertical sync");
+    if (multisample > 0) {
+        setAttribute(SDL_GL_MULTISAMPLEBUFFERS, 1, "multi sample buffers");
+        setAttribute(SDL_GL_MULTISAMPLESAMPLES, multisample, "multi sample samples");
+    }
+    Uint32 flags = SDL_OPENGL;
+    if (fullscreen) {
+        flags |= SDL_FULLSCREEN;
+    } else {
+        Platform::setEnvironment("SDL_VIDEO_CENTERED", "1");
+    }
+    // Before the first mode is set, these are the desktop's.
+    const int desktopWidth = video ? video->current_w : 0;
+    const int desktopHeight = video ? video->current_h : 0;
+
+    const SDL_Surface* surface = SDL_SetVideoMode(windowWidth, windowHeight, 0, flags);
+    char driver[16] = "";
+    const bool noScreen =
+        !SDL_VideoDriverName(driver, sizeof driver) || std::strcmp(driver, "dummy") == 0;
+    if (!surface && !noScreen && multisample > 0) {
+        std::cout << "OpenGLDrawer: No window with " << multisample << " samples, trying without."
+                  << std::endl;
+        SDL_GL_SetAttribute(SDL_GL_MULTISAMPLEBUFFERS, 0);
+        SDL_GL_SetAttribute(SDL_GL_MULTISAMPLESAMPLES, 0);
+        surface = SDL_SetVideoMode(windowWidth, windowHeight, 0, flags);
+    }
+    if (!surface && !noScreen && fullscreen) {
+        std::cout << "OpenGLDrawer: No window of " << windowWidth << " by " << windowHeight
+                  << ", trying the desktop's size." << std::endl;
+        surface = SDL_SetVideoMode(desktopWidth, desktopHeight, 0, flags);
+    }
+    if (!surface) return false;
+    windowWidth = static_cast<std::uint16_t>(surface->w);
+    windowHeight = static_cast<std::uint16_t>(surface->h);
+    return true;
+}
+
+// Finds the driver's entry points. An error of the library is only told: on some systems it finds
+// all that is needed and complains all the same.
+bool OpenGLDrawer::startGlew() {
+    const GLenum failure = glewInit();
+    if (failure != GLEW_OK) {
+        std::cout << "GLEW error: " << glewGetErrorString(failure) << std::endl;
+    } else {
+        std::cout << "Using GLEW version: " << glewGetString(GLEW_VERSION) << std::endl;
+    }
+    if (glActiveTextureARB && glMultiTexCoord2fARB && glBlendEquation) return true;
+    SDL_SetError("the OpenGL driver lacks multitexturing or blend equations");
+    return false;
+}
+
+void OpenGLDrawer::findShaders() {
+    shaderSupport = glUniform1iARB != nullptr;
+    if (!shaderSupport) {
+        std::cout << "Shader support: OpenGL shaders *NOT* available." << std::endl;
+        shaderCalls = ShaderCalls();
+        return;
+    }
+    std::cout << "Shader support: OpenGL shaders available." << std::endl;
+    shaderCalls = {glUniform1iARB,       glUniform1fARB,     glCreateShaderObjectARB,
+                   glShaderSourceARB,    glCompileShaderARB, glCreateProgramObjectARB,
+                   glAttachObjectARB,    glLinkProgramARB,   glGetUniformLocationARB,
+                   glUseProgramObjectARB};
+}
+
+void OpenGLDrawer::makeBlankGlyphs() {
+    std::array<std::uint8_t, blankGlyphSize * blankGlyphSize * 4> white;
+    white.fill(255);
+    for (TextureRecord& glyph : glyphs) {
+        glyph = {0, blankGlyphSize, blankGlyphSize, 1, 1};
+        glGenTextures(1, &glyph.name);
+        glBindTexture(GL_TEXTURE_2D, glyph.name);
+        glTexImage2D(GL_TEXTURE_2D, 0, GL_RGBA, blankGlyphSize, blankGlyphSize, 0, GL_RGBA,
+                     GL_UNSIGNED_BYTE, white.data());
+        glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, GL_LINEAR);
+        glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, GL_LINEAR);
+    }
+    glBindTexture(GL_TEXTURE_2D, 0);
+}
+
+void OpenGLDrawer::fitPicture() {
+    const float windowW = windowWidth;
+    const float windowH = windowHeight;
+    const float virtualAspect = static_cast<float>(height) / static_cast<float>(width);
+    const float windowAspect = windowH / windowW;
+    viewportLeft = 0;
+    viewportBottom = 0;
+    viewportW = windowW;
+    viewportH = windowH;
+    if (virtualAspect > windowAspect) { // the window is wider
+        viewportW = static_cast<float>(width) / static_cast<float>(height) * windowH;
+        viewportLeft = (windowW - viewportW) * 0.5f;
+    } else if (virtualAspect < windowAspect) {
+        viewportH = virtualAspect * windowW;
+        viewportBottom = (windowH - viewportH) * 0.5f;
+    }
+    setPictureViewport();
+}
+
+void OpenGLDrawer::setPictureViewport() {
+    glViewport(viewportX(), viewportY(), viewportWidth(), viewportHeight());
+}
+
+void OpenGLDrawer::makeFrameBuffer() {
+    TextureRecord picture = {0, offscreenWidth, offscreenHeight, 1, 1};
+    bool complete = false;
+    if (glGenFramebuffersEXT) {
+        glGenFramebuffersEXT(1, &frameBuffer);
+        glBindFramebufferEXT(GL_FRAMEBUFFER_EXT, frameBuffer);
+
+        GLuint depth = 0;
+        glGenRenderbuffersEXT(1, &depth);
+        glBindRenderbufferEXT(GL_RENDERBUFFER_EXT, depth);
+        glRenderbufferStorageEXT(GL_RENDERBUFFER_EXT, GL_DEPTH_COMPONENT, offscreenWidth,
+                                 offscreenHeight);
+        glFramebufferRenderbufferEXT(GL_FRAMEBUFFER_EXT, GL_DEPTH_ATTACHMENT_EXT,
+                                     GL_RENDERBUFFER_EXT, depth);
+
+        glGenTextures(1, &picture.name);
+        glBindTexture(GL_TEXTURE_2D, picture.name);
+        glTexImage2D(GL_TEXTURE_2D, 0, GL_RGBA8, offscreenWidth, offscreenHeight, 0, GL_RGBA,
+                     GL_UNSIGNED_BYTE, nullptr);
+        glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_S, GL_CLAMP_TO_EDGE);
+        glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_T, GL_CLAMP_TO_EDGE);
+        glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, GL_LINEAR);
+        glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, GL_LINEAR);
+        glFramebufferTexture2DEXT(GL_FRAMEBUFFER_EXT, GL_COLOR_ATTACHMENT0_EXT, GL_TEXTURE_2D,
+                                  picture.name, 0);
+        complete = glCheckFramebufferStatusEXT(GL_FRAMEBUFFER_EXT) == GL_FRAMEBUFFER_COMPLETE_EXT;
+        glBindTexture(GL_TEXTURE_2D, 0);
+        glBindFramebufferEXT(GL_FRAMEBUFFER_EXT, 0);
+    }
+    offscreenHandle = registerTexture(picture);
+    if (!complete) std::cout << "Uh oh." << std::endl;
+}
+
+void OpenGLDrawer::setFixedState() {
+    resetViewport();
+    glLoadIdentity();
+    glShadeModel(GL_SMOOTH);
+    glClearDepth(1.0);
+    glDisable(GL_DEPTH_TEST);
+    glDepthFunc(GL_LEQUAL);
+    glHint(GL_PERSPECTIVE_CORRECTION_HINT, GL_NICEST);
+    glEnable(GL_TEXTURE_2D);
+    glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
+    glEnable(GL_BLEND);
+    if (lineTexture == 0) lineTexture = createSpriteTexture(*this, spriteLine);
+}
+
+void OpenGLDrawer::beginFrame() {
+    if (!hasContext) return;
+    glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
+    glLoadIdentity();
+}
+
+void OpenGLDrawer::endFrame() {
+    if (!hasContext) return;
+    SDL_GL_SwapBuffers();
+    secondTexture = 0;
+}
+
+void OpenGLDrawer::setViewport(std::int16_t x, std::int16_t y, std::int16_t w, std::int16_t h) {
+    if (!hasContext) return;
+    const auto pixelsDown = [this](std::int16_t units) {
+        return static_cast<std::int16_t>(static_cast<float>(units) / height * viewportH);
+    };
+    const auto pixelsAcross = [this](std::int16_t units) {
+        return static_cast<std::int16_t>(static_cast<float>(units) / width * viewportW);
+    };
+    const std::int16_t pixelHeight = pixelsDown(h);
+    const std::int16_t pixelWidth = pixelsAcross(w);
+    const float left = pixelsAcross(x) + viewportLeft;
+    const float bottom =
+        viewportH - static_cast<float>(pixelsDown(y) + pixelHeight) + viewportBottom;
+    glViewport(static_cast<GLint>(left), static_cast<GLint>(bottom), pixelWidth, pixelHeight);
+    glMatrixMode(GL_PROJECTION);
+    glLoadIdentity();
+    gluOrtho2D(0, w, h, 0);
+    glMatrixMode(GL_MODELVIEW);
+}
+
+void OpenGLDrawer::resetViewport() {
+    if (!hasContext) return;
+    setPictureViewport();
+    glMatrixMode(GL_PROJECTION);
+    glLoadIdentity();
+    gluOrtho2D(0, width, height, 0);
+    glMatrixMode(GL_MODELVIEW);
+}
+
+std::unique_ptr<std::uint8_t[]> OpenGLDrawer::readScreen() {
+    const std::size_t bytes = std::size_t{windowWidth} * windowHeight * 3;
+    if (hasContext) SDL_GL_SwapBuffers();
+    auto buffer = std::make_unique<std::uint8_t[]>(bytes);
+    if (!hasContext) return buffer;
+    // The driver would begin each row at a multiple of 4 bytes; the buffer holds them tight.
+    glPixelStorei(GL_PACK_ALIGNMENT, 1);
+    glReadPixels(0, 0, windowWidth, windowHeight, GL_RGB, GL_UNSIGNED_BYTE, buffer.get());
+    glPixelStorei(GL_PACK_ALIGNMENT, 4);
+    return buffer;
+}

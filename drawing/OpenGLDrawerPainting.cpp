@@ -1,0 +1,405 @@
+// SPDX-License-Identifier: Zlib
+// Textures and everything that paints.
+#include "drawing/OpenGLDrawer.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <numeric>
+
+#include "drawing/PowerOfTwo.h"
+
+static constexpr float lineHalfWidth = 4;       // units
+static constexpr float glyphTextUnits = 32;     // side of a glyph in drawText at scale 1
+static constexpr float tileSheetSide = 128;     // pixels
+static constexpr float tileWindowLoss = 0.002f; // what the window of a tile quad lacks to its cell
+static constexpr std::uint32_t largestSide = std::numeric_limits<std::uint16_t>::max(); // pixels
+
+static void forgetTexture() {
+    glBindTexture(GL_TEXTURE_2D, 0);
+}
+
+static void forgetTextureAndColour() {
+    glColor4f(1, 1, 1, 1);
+    forgetTexture();
+}
+
+// --- textures
+
+GLuint OpenGLDrawer::uploadTexture(const PixelBuffer& pixels, std::uint32_t width,
+                                   std::uint32_t height) const {
+    GLuint name = 0;
+    glGenTextures(1, &name);
+    glBindTexture(GL_TEXTURE_2D, name);
+    glTexImage2D(GL_TEXTURE_2D, 0, GL_RGBA, static_cast<GLsizei>(width),
+                 static_cast<GLsizei>(height), 0, GL_RGBA, GL_UNSIGNED_BYTE, pixels.get());
+    const GLint filter = linearFiltering ? GL_LINEAR : GL_NEAREST;
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, filter);
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, filter);
+    return name; // still bound
+}
+
+std::uint32_t OpenGLDrawer::registerTexture(const TextureRecord& record) {
+    while (textures.count(nextTexture) != 0) ++nextTexture;
+    textures[nextTexture] = record;
+    return nextTexture;
+}
+
+std::uint32_t OpenGLDrawer::createTexture(PixelBuffer pixels, std::uint32_t imageWidth,
+                                          std::uint32_t imageHeight) {
+    const bool sized = imageWidth >= 1 && imageWidth <= largestSide && imageHeight >= 1 &&
+                       imageHeight <= largestSide;
+    if (!hasContext || !pixels || !sized) return 0;
+    const std::uint32_t textureWidth = nextPowerOfTwo(imageWidth);
+    const std::uint32_t textureHeight = nextPowerOfTwo(imageHeight);
+    if (textureWidth != imageWidth || textureHeight != imageHeight) {
+        pixels = padRows(pixels, imageWidth, imageHeight, textureWidth, textureHeight);
+        if (!pixels) return 0;
+        repeatLastRow(pixels, imageHeight, textureWidth, textureHeight);
+    }
+    TextureRecord record;
+    record.width = static_cast<std::uint16_t>(imageWidth);
+    record.height = static_cast<std::uint16_t>(imageHeight);
+    record.uExtent = static_cast<float>(imageWidth) / static_cast<float>(textureWidth);
+    record.vExtent = static_cast<float>(imageHeight) / static_cast<float>(textureHeight);
+    record.name = uploadTexture(pixels, textureWidth, textureHeight);
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_S, GL_CLAMP_TO_EDGE);
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_T, GL_CLAMP_TO_EDGE);
+    forgetTexture();
+    return registerTexture(record);
+}
+
+void OpenGLDrawer::deleteTexture(std::uint32_t handle) {
+    const auto found = textures.find(handle);
+    if (found == textures.end()) return;
+    glDeleteTextures(1, &found->second.name);
+    textures.erase(found);
+}
+
+const TextureRecord* OpenGLDrawer::textureRecord(std::uint32_t handle) const {
+    const auto found = textures.find(handle);
+    return found == textures.end() ? nullptr : &found->second;
+}
+
+// --- textured quads
+
+void OpenGLDrawer::bindTextures(const TextureRecord& first) {
+    glActiveTextureARB(GL_TEXTURE0_ARB);
+    glBindTexture(GL_TEXTURE_2D, first.name);
+    shaderCalls.uniform1i(baseUniform, 0);
+    if (const TextureRecord* second = textureRecord(secondTexture)) {
+        glActiveTextureARB(GL_TEXTURE1_ARB);
+        glEnable(GL_TEXTURE_2D);
+        glBindTexture(GL_TEXTURE_2D, second->name);
+        shaderCalls.uniform1i(secondUniform, 1);
+    }
+}
+
+void OpenGLDrawer::unbindTextures() {
+    glActiveTextureARB(GL_TEXTURE1_ARB);
+    forgetTexture();
+    glDisable(GL_TEXTURE_2D);
+    glActiveTextureARB(GL_TEXTURE0_ARB);
+    forgetTexture();
+}
+
+static void cornerOfBoth(float u, float v, float x, float y) {
+    glMultiTexCoord2fARB(GL_TEXTURE0_ARB, u, v);
+    glMultiTexCoord2fARB(GL_TEXTURE1_ARB, u, v);
+    glVertex2f(x, y);
+}
+
+static void corner(float u, float v, float x, float y) {
+    glMultiTexCoord2fARB(GL_TEXTURE0_ARB, u, v);
+    glVertex2f(x, y);
+}
+
+void OpenGLDrawer::paintTexture(const TextureRecord& record, const Box& source, const Box& target,
+                                float r, float g, float b, float a) {
+    bindTextures(record);
+    glColor4f(r, g, b, a);
+    glBegin(GL_QUADS);
+    cornerOfBoth(source.left, source.top, target.left, target.top);
+    cornerOfBoth(source.right, source.top, target.right, target.top);
+    cornerOfBoth(source.right, source.bottom, target.right, target.bottom);
+    cornerOfBoth(source.left, source.bottom, target.left, target.bottom);
+    glEnd();
+    unbindTextures();
+}
+
+void OpenGLDrawer::drawTexture(std::uint32_t handle, float x, float y, float scaleX, float scaleY,
+                               float r, float g, float b, float a) {
+    const TextureRecord* record = textureRecord(handle);
+    if (!record) return;
+    const Box target = {x, y, x + record->width * scaleX, y + record->height * scaleY};
+    paintTexture(*record, {0, 0, record->uExtent, record->vExtent}, target, r, g, b, a);
+}
+
+void OpenGLDrawer::drawTextureRegion(std::uint32_t handle, float x, float y, float srcX, float srcY,
+                                     float srcWidth, float srcHeight, float scaleX, float scaleY,
+                                     float r, float g, float b, float a) {
+    const TextureRecord* record = textureRecord(handle);
+    if (!record) return;
+    const float u = record->uExtent * srcX;
+    const float v = record->vExtent * srcY;
+    const Box source = {u, v, u + record->uExtent * srcWidth, v + record->vExtent * srcHeight};
+    const Box target = {x, y, x + scaleX * srcWidth * record->width,
+                        y + scaleY * srcHeight * record->height};
+    paintTexture(*record, source, target, r, g, b, a);
+}
+
+void OpenGLDrawer::drawTextureRotated(std::uint32_t handle, float x, float y, float angle,
+                                      float pivotX, float pivotY, float scaleX, float scaleY,
+                                      float r, float g, float b, float a) {
+    const TextureRecord* record = textureRecord(handle);
+    if (!record) return;
+    const float imageWidth = record->width;
+    const float imageHeight = record->height;
+    glActiveTextureARB(GL_TEXTURE0_ARB);
+    glBindTexture(GL_TEXTURE_2D, record->name);
+    shaderCalls.uniform1i(baseUniform, 0);
+    glPushMatrix();
+    glTranslatef(x, y, 0);
+    glScalef(scaleX, scaleY, 1);
+    glTranslatef(pivotX, pivotY, 0);
+    glRotatef(angle, 0, 0, 1);
+    glTranslatef(-pivotX, -pivotY, 0);
+    glColor4f(r, g, b, a);
+    glBegin(GL_QUADS);
+    corner(0, 0, 0, 0);
+    corner(record->uExtent, 0, imageWidth, 0);
+    corner(record->uExtent, record->vExtent, imageWidth, imageHeight);
+    corner(0, record->vExtent, 0, imageHeight);
+    glEnd();
+    glPopMatrix();
+    forgetTextureAndColour();
+}
+
+void OpenGLDrawer::drawTileQuad(float x, float y, float u, float v, float du, float dv,
+                                float scaleX, float scaleY, float r, float g, float b, float a) {
+    if (!hasContext) return;
+    const float w = (du + tileWindowLoss) * tileSheetSide * scaleX;
+    const float h = (dv + tileWindowLoss) * tileSheetSide * scaleY;
+    glColor4f(r, g, b, a);
+    glBegin(GL_QUADS);
+    corner(u, v, x, y);
+    corner(u + du, v, x + w, y);
+    corner(u + du, v + dv, x + w, y + h);
+    corner(u, v + dv, x, y + h);
+    glEnd();
+}
+
+// --- polygons
+
+// Where values lie between the least and the greatest of them, 0 to 1; 0 if all are equal.
+static std::vector<float> fractionsOf(const std::vector<float>& values, float minimum,
+                                      float maximum) {
+    std::vector<float> fractions;
+    fractions.reserve(values.size());
+    const float span = maximum - minimum;
+    for (const float value : values) fractions.push_back(span == 0 ? 0 : (value - minimum) / span);
+    return fractions;
+}
+
+static std::vector<float> boxFractions(const std::vector<float>& values) {
+    float minimum = 10000;
+    float maximum = -10000;
+    // A value that lowers the minimum is not asked about the maximum; so points that fall all
+    // along never set it. Element 0 is the centre and does not count.
+    for (std::size_t i = 1; i < values.size(); ++i) {
+        if (values[i] < minimum) {
+            minimum = values[i];
+        } else if (values[i] > maximum) {
+            maximum = values[i];
+        }
+    }
+    return fractionsOf(values, minimum, maximum);
+}
+
+std::int32_t OpenGLDrawer::createPolygon(const float* points, std::int32_t count) {
+    Polygon polygon;
+    polygon.xs.push_back(0);
+    polygon.ys.push_back(0);
+    for (std::int32_t i = 0; i < count; ++i) {
+        polygon.xs.push_back(points[2 * i]);
+        polygon.ys.push_back(points[2 * i + 1]);
+        polygon.xs[0] += points[2 * i];
+        polygon.ys[0] += points[2 * i + 1];
+    }
+    if (count > 0) {
+        polygon.xs[0] /= static_cast<float>(count);
+        polygon.ys[0] /= static_cast<float>(count);
+    }
+    polygon.us = boxFractions(polygon.xs);
+    polygon.vs = boxFractions(polygon.ys);
+    polygon.count = static_cast<std::int32_t>(polygon.xs.size());
+    polygons.push_back(std::move(polygon));
+    return static_cast<std::int32_t>(polygons.size()) - 1;
+}
+
+void OpenGLDrawer::drawPolygon(std::int32_t number, std::uint32_t handle, float x, float y,
+                               float scaleX, float scaleY, float r, float g, float b, float a) {
+    const TextureRecord* record = textureRecord(handle);
+    if (!record || number < 0 || static_cast<std::size_t>(number) >= polygons.size()) return;
+    const Polygon& polygon = polygons[static_cast<std::size_t>(number)];
+    const auto vertex = [&polygon](std::size_t i, float secondU, float secondV) {
+        glMultiTexCoord2fARB(GL_TEXTURE0_ARB, polygon.us[i], polygon.vs[i]);
+        glMultiTexCoord2fARB(GL_TEXTURE1_ARB, secondU, secondV);
+        glVertex2f(polygon.xs[i], polygon.ys[i]);
+    };
+    bindTextures(*record);
+    glPushMatrix();
+    glTranslatef(x, y, 0);
+    glScalef(scaleX, scaleY, 1);
+    glColor4f(r, g, b, a);
+    glBegin(GL_TRIANGLES);
+    const auto rimEnd = static_cast<std::size_t>(polygon.count);
+    for (std::size_t i = 1; i < rimEnd; ++i) {
+        vertex(0, 0.5f, 1);
+        vertex(i, 0, 0);
+        vertex(i + 1 == rimEnd ? 1 : i + 1, 1, 0);
+    }
+    glEnd();
+    glColor4f(1, 1, 1, 1);
+    glPopMatrix();
+    unbindTextures();
+}
+
+// --- the glyph font
+
+// The glyph of a character, -1 for none.
+static int glyphIndex(char character) {
+    static const std::string punctuation = ".,+-!?:_";
+    if (character >= 'A' && character <= 'Z') return character - 'A';
+    if (character >= 'a' && character <= 'z') return character - 'a';
+    if (character >= '0' && character <= '9') return 26 + (character - '0');
+    const std::size_t place = punctuation.find(character);
+    return place == std::string::npos ? -1 : 36 + static_cast<int>(place);
+}
+
+void OpenGLDrawer::setGlyphImage(int index, PixelBuffer pixels, std::uint32_t size) {
+    const bool known = index >= 0 && static_cast<std::size_t>(index) < glyphs.size();
+    if (!hasContext || !known || !pixels || size < 1 || size > largestSide) return;
+    if (!isPowerOfTwo(size)) {
+        const std::uint32_t paddedSize = nextPowerOfTwo(size);
+        if (paddedSize > largestSide) return; // the record holds 16 bits
+        pixels = padRows(pixels, size, size, paddedSize, paddedSize);
+        if (!pixels) return;
+        glyphPadding = static_cast<std::int32_t>(paddedSize - size);
+        size = paddedSize;
+    }
+    TextureRecord& glyph = glyphs[static_cast<std::size_t>(index)];
+    const GLuint name = uploadTexture(pixels, size, size);
+    forgetTexture();
+    glDeleteTextures(1, &glyph.name);
+    glyph = {name, static_cast<std::uint16_t>(size), static_cast<std::uint16_t>(size), 1, 1};
+}
+
+void OpenGLDrawer::drawGlyphText(const std::string& text, float x, float y, float size, float r,
+                                 float g, float b, float a) {
+    if (!hasContext) return;
+    const float trim =
+        std::trunc(size / static_cast<float>(glyphs[0].width) * static_cast<float>(glyphPadding));
+    const float step = size - trim;
+    for (const char character : text) {
+        const int index = glyphIndex(character);
+        if (index >= 0) {
+            glBindTexture(GL_TEXTURE_2D, glyphs[static_cast<std::size_t>(index)].name);
+            glColor4f(r, g, b, a);
+            glBegin(GL_QUADS);
+            glTexCoord2f(0, 0);
+            glVertex2f(x, y);
+            glTexCoord2f(1, 0);
+            glVertex2f(x + size, y);
+            glTexCoord2f(1, 1);
+            glVertex2f(x + size, y + size);
+            glTexCoord2f(0, 1);
+            glVertex2f(x, y + size);
+            glEnd();
+            forgetTextureAndColour();
+        }
+        x += step;
+    }
+}
+
+// --- fonts
+
+std::int32_t OpenGLDrawer::createFont(const std::string& fileName, float size) {
+    if (!hasContext) return 0;
+    auto font = std::make_unique<OpenGLFont>(fileName, size);
+    if (!font->isValid()) return 0;
+    fonts.push_back(std::move(font));
+    return static_cast<std::int32_t>(fonts.size());
+}
+
+void OpenGLDrawer::drawText(const std::string& text, std::int32_t font, float x, float y,
+                            float wrapWidth, float scale, float r, float g, float b, float a) {
+    if (font == 0) {
+        drawGlyphText(text, x, y, scale * glyphTextUnits, r, g, b, a);
+    } else if (font > 0 && static_cast<std::size_t>(font) <= fonts.size()) {
+        fonts[static_cast<std::size_t>(font) - 1]->draw(text, x, y, wrapWidth, scale, r, g, b, a);
+    }
+}
+
+// --- plain shapes
+
+void OpenGLDrawer::drawLine(float x1, float y1, float x2, float y2, float r, float g, float b,
+                            float a) {
+    const TextureRecord* record = textureRecord(lineTexture);
+    const float length = std::sqrt((x2 - x1) * (x2 - x1) + (y2 - y1) * (y2 - y1));
+    if (!record || length == 0) return;
+    const float nx = -(y2 - y1) / length * lineHalfWidth;
+    const float ny = (x2 - x1) / length * lineHalfWidth;
+    glBindTexture(GL_TEXTURE_2D, record->name);
+    glColor4f(r, g, b, a);
+    glBegin(GL_QUADS);
+    corner(0, 0, x1 + nx, y1 + ny);
+    corner(0, 1, x2 + nx, y2 + ny);
+    corner(1, 1, x2 - nx, y2 - ny);
+    corner(1, 0, x1 - nx, y1 - ny);
+    glEnd();
+    forgetTextureAndColour();
+}
+
+void OpenGLDrawer::fillRect(float x, float y, float w, float h, std::uint8_t r, std::uint8_t g,
+                            std::uint8_t b, std::uint8_t a) {
+    fillGradient(x, y, w, h, r, g, b, a, r, g, b, a);
+}
+
+void OpenGLDrawer::fillGradient(float x, float y, float w, float h, std::uint8_t r1,
+                                std::uint8_t g1, std::uint8_t b1, std::uint8_t a1, std::uint8_t r2,
+                                std::uint8_t g2, std::uint8_t b2, std::uint8_t a2) {
+    if (!hasContext) return;
+    forgetTexture();
+    glBegin(GL_QUADS);
+    glColor4ub(r1, g1, b1, a1);
+    glVertex2f(x, y);
+    glVertex2f(x + w, y);
+    glColor4ub(r2, g2, b2, a2);
+    glVertex2f(x + w, y + h);
+    glVertex2f(x, y + h);
+    glEnd();
+}
+
+void OpenGLDrawer::translate(float x, float y) {
+    if (hasContext) glTranslatef(x, y, 0);
+}
+
+void OpenGLDrawer::setBlendMode(int mode) {
+    if (!hasContext) return;
+    switch (mode) {
+    case 0:
+        glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
+        glBlendEquation(GL_FUNC_ADD);
+        break;
+    case 1:
+        glBlendFunc(GL_SRC_ALPHA, GL_ONE);
+        glBlendEquation(GL_FUNC_ADD);
+        break;
+    case 2:
+        glBlendFunc(GL_DST_COLOR, GL_SRC_ALPHA);
+        glBlendEquation(GL_FUNC_SUBTRACT);
+        break;
+    default: break;
+    }
+}

@@ -1,0 +1,154 @@
+// SPDX-License-Identifier: Zlib
+#include "drawing/OpenGLFont.h"
+
+#include <GL/glew.h>
+#include <SDL_ttf.h>
+
+#include <algorithm>
+#include <iostream>
+
+#include "app/FilePath.h"
+#include "drawing/FontFile.h"
+#include "drawing/GlyphAtlas.h"
+
+static const std::string characterSet =
+    "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789+-=.,;:'?()!\"\\/<>_ ";
+
+static constexpr int columnsCounted = 10; // cells a row that the atlas is sized from at first
+static constexpr int columnsUsed = 11;    // characters a row of the atlas
+static constexpr int rowsUsed = 8;        // for 81 characters
+static constexpr int linePadding = 4;     // pixels, within a line and again between atlas rows
+static constexpr float quadPadding = 2;   // pixels that a quad reaches below its line
+
+OpenGLFont::Library::Library() {
+    if (TTF_Init() == -1) std::cout << "OpenGLFont: Could not initialise SDL_ttf.";
+}
+
+OpenGLFont::Library::~Library() {
+    TTF_Quit();
+}
+
+void OpenGLFont::startLibrary() {
+    static const Library library;
+}
+
+static FilePath findFile(const std::string& fileName) {
+    std::vector<FilePath> folders = FilePath::getSystemFontDirectories();
+    folders.push_back(FilePath::getDataDirectory().join("fonts"));
+    for (const FilePath& folder : folders) {
+        const FilePath file = folder.join(fileName);
+        if (file.isFile()) return file;
+    }
+    return {};
+}
+
+static FontGlyph placeGlyph(char character, const FontFile::Metrics& metrics, int x, int y) {
+    FontGlyph glyph = {character, static_cast<float>(x), static_cast<float>(y)};
+    glyph.advance = static_cast<float>(metrics.advance);
+    glyph.width = glyph.advance;
+    if (metrics.inkWidth() > metrics.advance) { // the ink is centred on the step
+        glyph.width = static_cast<float>(metrics.inkWidth());
+        glyph.offset = -0.5f * (glyph.width - glyph.advance);
+    }
+    return glyph;
+}
+
+static GLuint uploadAtlas(const GlyphAtlas& atlas) {
+    GLuint name = 0;
+    glGenTextures(1, &name);
+    glBindTexture(GL_TEXTURE_2D, name);
+    glTexImage2D(GL_TEXTURE_2D, 0, GL_RGBA, atlas.getSize(), atlas.getSize(), 0, GL_RGBA,
+                 GL_UNSIGNED_BYTE, atlas.getPixels());
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, GL_LINEAR);
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, GL_LINEAR);
+    glBindTexture(GL_TEXTURE_2D, 0);
+    return name;
+}
+
+OpenGLFont::OpenGLFont(const std::string& fileName, float size) {
+    const FilePath path = findFile(fileName);
+    glGetError(); // an error left by somebody else
+    if (!path.exists()) {
+        std::cout << "OpenGLFont: Could not find font: " << fileName << std::endl;
+        return;
+    }
+    const FontFile file(path.text(), static_cast<int>(size));
+    if (!file.isOpen()) {
+        std::cout << "OpenGLFont: Could not load font: " << fileName << std::endl;
+        return;
+    }
+    buildAtlas(file);
+    valid = true;
+}
+
+void OpenGLFont::buildAtlas(const FontFile& file) {
+    int maxAdvance = 0;
+    int maxHeight = 0;
+    for (const char character : characterSet) {
+        const FontFile::Metrics metrics = file.measure(character);
+        maxAdvance = std::max(maxAdvance, metrics.advance);
+        if (metrics.inkHeight() > maxHeight) maxHeight = metrics.inkHeight() + 1;
+    }
+    const int linePixels = std::max(file.lineHeight(), maxHeight) + linePadding;
+    const int rowStep = linePixels + linePadding;
+    GlyphAtlas atlas(columnsCounted * std::max(linePixels, maxAdvance), columnsUsed * maxAdvance,
+                     rowsUsed * rowStep);
+
+    int column = 0;
+    int row = 0;
+    for (const char character : characterSet) {
+        const FontFile::Metrics metrics = file.measure(character);
+        const int left = column * maxAdvance;
+        const int top = row * rowStep;
+        if (const FontFile::Surface ink = file.render(character)) {
+            // The baselines of a row line up.
+            atlas.copy(*ink, left, top + maxHeight - metrics.maxY - 1);
+        }
+        glyphs.push_back(placeGlyph(character, metrics, left, top));
+        if (++column == columnsUsed) {
+            column = 0;
+            ++row;
+        }
+    }
+    texture = uploadAtlas(atlas);
+    atlasSize = atlas.getSize();
+    lineHeight = static_cast<float>(linePixels);
+}
+
+void OpenGLFont::draw(const std::string& text, float x, float y, float wrapWidth, float scale,
+                      float r, float g, float b, float a) const {
+    for (const TextLine& line : breakIntoLines(glyphs, text, wrapWidth, scale)) {
+        float pen = x;
+        for (const FontGlyph* glyph : line) {
+            if (glyph) paintGlyph(*glyph, pen + glyph->offset, y, scale, r, g, b, a);
+            pen += scale * advanceOf(glyphs, glyph);
+        }
+        y += lineHeight;
+    }
+}
+
+void OpenGLFont::paintGlyph(const FontGlyph& glyph, float x, float y, float scale, float r, float g,
+                            float b, float a) const {
+    const auto side = static_cast<float>(atlasSize);
+    const float quadHeight = lineHeight + quadPadding;
+    const float left = glyph.x / side;
+    const float top = glyph.y / side;
+    const float right = (glyph.x + glyph.width) / side;
+    const float bottom = (glyph.y + quadHeight) / side;
+    const float w = glyph.width * scale;
+    const float h = quadHeight * scale;
+    glBindTexture(GL_TEXTURE_2D, texture);
+    glColor4f(r, g, b, a);
+    glBegin(GL_QUADS);
+    glMultiTexCoord2fARB(GL_TEXTURE0_ARB, left, top);
+    glVertex2f(x, y);
+    glMultiTexCoord2fARB(GL_TEXTURE0_ARB, right, top);
+    glVertex2f(x + w, y);
+    glMultiTexCoord2fARB(GL_TEXTURE0_ARB, right, bottom);
+    glVertex2f(x + w, y + h);
+    glMultiTexCoord2fARB(GL_TEXTURE0_ARB, left, bottom);
+    glVertex2f(x, y + h);
+    glEnd();
+    glBindTexture(GL_TEXTURE_2D, 0);
+    glColor4f(1, 1, 1, 1);
+}

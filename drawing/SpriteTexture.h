@@ -1,0 +1,11 @@
+// SPDX-License-Identifier: Zlib
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+class Drawer;
+
+// Decodes entry `sprite` of spriteImages and makes a texture of it, filtered as the drawer is set
+// at the moment. Gives the handle, 0 if the picture could not be decoded.
+std::uint32_t createSpriteTexture(Drawer& drawer, std::size_t sprite);

@@ -1,0 +1,116 @@
+// SPDX-License-Identifier: Zlib
+#include "game/TileRenderer.h"
+
+#include <GL/glew.h>
+
+#include <cmath>
+
+#include "drawing/OpenGLDrawer.h"
+#include "drawing/SpriteTexture.h"
+#include "game/LevelMap.h"
+#include "images/EmbeddedImages.h"
+
+static constexpr int windowColumns = 21; // tiles that can be in view
+static constexpr int windowRows = 13;
+static constexpr int framePeriod = 6; // drawings a flame frame
+
+static constexpr float outlineReach = 4;    // units that an outline stands out around its tile
+static constexpr float outlineScale = 2;    // 36 pixels to 72 units
+static constexpr float cellInset = 0.001f;  // texture coordinates cut off a cell on each side,
+static constexpr float cellWindow = 0.123f; // so that no filter reaches its neighbours
+static constexpr float tileScale = 4;       // 16 pixels to 64 units
+
+// Textures, made by the first drawing of the process.
+static std::uint32_t sheetTexture = 0;
+static std::uint32_t sheetName = 0; // GL name of the sheet
+static std::uint32_t outlineTexture = 0;
+
+static void loadTextures(OpenGLDrawer& drawer) {
+    drawer.setTextureFiltering(false);
+    sheetTexture = createSpriteTexture(drawer, spriteTiles);
+    if (const TextureRecord* record = drawer.textureRecord(sheetTexture)) sheetName = record->name;
+    outlineTexture = createSpriteTexture(drawer, spriteOutline);
+    drawer.setTextureFiltering(true);
+}
+
+// Calls visit(column, row, x, y) for each cell of the window that lies in the grid, row by row
+// from the top; x and y are the cell's top left corner in units.
+template <typename Visit>
+static void forEachVisibleCell(const LevelMap& map, WorldPoint camera, Visit visit) {
+    const int firstColumn = static_cast<int>(camera.x) - cameraColumns;
+    const int firstRow = static_cast<int>(camera.y) - cameraRows;
+    const float left = (static_cast<float>(firstColumn) - (camera.x - cameraColumns)) * tileUnits;
+    float y = (static_cast<float>(firstRow) - (camera.y - cameraRows)) * tileUnits;
+    for (int row = firstRow; row < firstRow + windowRows; ++row, y += tileUnits) {
+        float x = left;
+        for (int column = firstColumn; column < firstColumn + windowColumns;
+             ++column, x += tileUnits) {
+            if (map.contains(column, row)) visit(column, row, x, y);
+        }
+    }
+}
+
+static bool isRock(std::uint8_t code) {
+    return code != LevelMap::empty && code != LevelMap::flame;
+}
+
+// Whether rock tiles, which are opaque, will cover all that an outline reaches.
+static bool isSurroundedByRock(const LevelMap& map, int column, int row) {
+    for (int y = row - 1; y <= row + 1; ++y) {
+        for (int x = column - 1; x <= column + 1; ++x) {
+            if (!map.contains(x, y) || !isRock(map.at(x, y))) return false;
+        }
+    }
+    return true;
+}
+
+TileRenderer::TileRenderer() : flameCells{{{0, 0.875f}, {0.125f, 0.875f}, {0.25f, 0.875f}}} {
+    // All other codes look like 0x20.
+    cells[0x00] = {0.125f, 0};
+    cells[0x20] = {0, 0};
+    cells[0x40] = {0.25f, 0};
+    cells[0x60] = {0.5f, 0};
+    cells[0x80] = {0.625f, 0};
+    cells[0xFE] = {0.375f, 0};
+    cells[LevelMap::flame] = {0.875f, 0.875f}; // the clear cell
+    cells[LevelMap::empty] = {0.875f, 0.875f};
+}
+
+void TileRenderer::draw(Drawer& drawer, const LevelMap& map, WorldPoint camera) {
+    if (sheetTexture == 0) loadTextures(static_cast<OpenGLDrawer&>(drawer));
+    drawOutlines(drawer, map, camera);
+    drawTiles(drawer, map, camera);
+    stepFlames();
+}
+
+void TileRenderer::drawOutlines(Drawer& drawer, const LevelMap& map, WorldPoint camera) const {
+    forEachVisibleCell(map, camera, [&](int column, int row, float x, float y) {
+        if (!isRock(map.at(column, row)) || isSurroundedByRock(map, column, row)) return;
+        drawer.drawTexture(outlineTexture, x - outlineReach, y - outlineReach, outlineScale,
+                           outlineScale, 1, 1, 1, 1);
+    });
+}
+
+void TileRenderer::drawTiles(Drawer& drawer, const LevelMap& map, WorldPoint camera) const {
+    if (sheetTexture == 0) return;
+    auto& painter = static_cast<OpenGLDrawer&>(drawer);
+    glActiveTextureARB(GL_TEXTURE0_ARB);
+    glBindTexture(GL_TEXTURE_2D, sheetName);
+    forEachVisibleCell(map, camera, [&](int column, int row, float x, float y) {
+        const std::uint8_t code = map.at(column, row);
+        if (code == LevelMap::empty) return;
+        const SheetCell& cell = code == LevelMap::flame
+                                    ? flameCells[static_cast<std::size_t>(flameFrame)]
+                                    : cells[code];
+        painter.drawTileQuad(x, y, cell.u + cellInset, cell.v + cellInset, cellWindow, cellWindow,
+                             tileScale, tileScale, 1, 1, 1, 1);
+    });
+    glActiveTextureARB(GL_TEXTURE0_ARB);
+    glBindTexture(GL_TEXTURE_2D, 0);
+}
+
+void TileRenderer::stepFlames() {
+    if (--flameCountdown > 0) return;
+    flameCountdown = framePeriod;
+    flameFrame = (flameFrame + 1) % 3;
+}

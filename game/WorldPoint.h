@@ -1,0 +1,21 @@
+// SPDX-License-Identifier: Zlib
+#pragma once
+
+// A position or the camera, in tiles: x grows to the right, y downward. One tile is 64 by 64 units
+// of the virtual screen.
+struct WorldPoint {
+    float x = 0;
+    float y = 0;
+};
+
+inline constexpr float tileUnits = 64; // side of a tile in units of the virtual screen
+
+// The tile that is shown at the left and the top edge of the virtual screen lies this far from the
+// camera, in tiles.
+inline constexpr int cameraColumns = 11;
+inline constexpr int cameraRows = 6;
+
+// The camera that follows a runner rigidly and shows its tile at (608, 480) of the virtual screen.
+constexpr WorldPoint cameraFor(WorldPoint runner) {
+    return {runner.x + 1.5f, runner.y - 1.5f};
+}

@@ -1,0 +1,39 @@
+// SPDX-License-Identifier: Zlib
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+// The few services of the operating system that the game needs. There is one header and one
+// source file a platform, chosen by the build. No operation throws or prints; each may be called
+// from any thread, setEnvironment only before a second thread runs.
+class Platform {
+public:
+    enum class PathKind { missing, unreachable, file, directory };
+
+    struct PathStatus {
+        PathKind kind = PathKind::missing; // unreachable: the query failed for another reason
+        std::string failure;               // the system's text for the reason, empty on success
+    };
+
+    // Full path of the running executable with links resolved, empty if the system gives none.
+    static std::string executablePath();
+
+    // What lies at the path; links are followed. Everything that is no directory is a file.
+    static PathStatus pathStatus(const std::string& path);
+
+    // Names in the directory without "." and "..", in the file system's order; nothing if the
+    // listing cannot start.
+    static std::optional<std::vector<std::string>> listDirectory(const std::string& path);
+
+    // Seconds of calendar time since 1970.
+    static std::int64_t calendarSeconds();
+
+    // Value of an environment variable, empty if it is unset or empty.
+    static std::string environment(const std::string& name);
+
+    // Sets an environment variable for this process and its libraries.
+    static void setEnvironment(const std::string& name, const std::string& value);
+};

@@ -1,0 +1,58 @@
+// SPDX-License-Identifier: Zlib
+#include "platform/Platform.h"
+
+#include <dirent.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdlib>
+#include <cstring>
+#include <ctime>
+#include <memory>
+
+std::string Platform::executablePath() {
+    // readlink cuts without a word, so the buffer grows until the answer leaves room in it.
+    for (std::string buffer(256, '\0');; buffer.resize(buffer.size() * 2)) {
+        const ssize_t length = readlink("/proc/self/exe", buffer.data(), buffer.size());
+        if (length < 0) return "";
+        if (static_cast<std::size_t>(length) < buffer.size()) {
+            buffer.resize(static_cast<std::size_t>(length));
+            return buffer;
+        }
+    }
+}
+
+Platform::PathStatus Platform::pathStatus(const std::string& path) {
+    struct stat status = {};
+    if (stat(path.c_str(), &status) == 0) {
+        return {S_ISDIR(status.st_mode) ? PathKind::directory : PathKind::file, ""};
+    }
+    const int reason = errno;
+    const bool missing = reason == ENOENT || reason == ENOTDIR;
+    return {missing ? PathKind::missing : PathKind::unreachable, std::strerror(reason)};
+}
+
+std::optional<std::vector<std::string>> Platform::listDirectory(const std::string& path) {
+    const std::unique_ptr<DIR, int (*)(DIR*)> directory(opendir(path.c_str()), closedir);
+    if (!directory) return std::nullopt;
+    std::vector<std::string> names;
+    while (const dirent* entry = readdir(directory.get())) {
+        const std::string name = entry->d_name;
+        if (name != "." && name != "..") names.push_back(name);
+    }
+    return names;
+}
+
+std::int64_t Platform::calendarSeconds() {
+    return std::time(nullptr);
+}
+
+std::string Platform::environment(const std::string& name) {
+    const char* value = std::getenv(name.c_str());
+    return value ? value : "";
+}
+
+void Platform::setEnvironment(const std::string& name, const std::string& value) {
+    setenv(name.c_str(), value.c_str(), 1);
+}

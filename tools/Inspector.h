@@ -1,0 +1,33 @@
+// SPDX-License-Identifier: Zlib
+#pragma once
+
+#include <memory>
+
+class Application;
+class GamePlay;
+class GameState;
+class Player;
+
+// The one friend of the game's classes: tools and tests look inside and set up situations with it.
+// The game itself never uses it. What concerns the runner is in InspectorPlayer.cpp and needs no
+// window; the rest is in InspectorPlay.cpp.
+class Inspector {
+public:
+    // The part of a runner that the movement rules read and write; units as in Player.
+    struct Motion {
+        float x = 0;
+        float y = 0;
+        float vx = 0;
+        float vy = 0;
+        bool kicking = false;
+        bool airborne = false;
+        bool facingRight = true;
+    };
+    static Motion motion(const Player& player);
+    static void setMotion(Player& player, const Motion& motion);
+
+    static GameState* state(Application& application);
+    static void setState(Application& application, std::unique_ptr<GameState> state);
+    static Player& player(GamePlay& play);
+    static bool isFinished(const GamePlay& play);
+};
