@@ -104,10 +104,10 @@ def makeCloud():
     width, height = cloudSize
     whole = discs(cloudSize, cloudPuffs, 0)
     body = discs(cloudSize, cloudPuffs, -2)
-    filler = [cloudPuffs[0][0], 45, cloudPuffs[-1][0], cloudBase]
+    left, right, top = cloudPuffs[0][0], cloudPuffs[-1][0], 45  # below the puffs all is cloud
     for mask, inset in ((whole, 0), (body, 2)):
         pen = ImageDraw.Draw(mask)
-        pen.rectangle([v * scale for v in (filler[0], filler[1], filler[2], filler[3] - inset)], 255)
+        pen.rectangle([v * scale for v in (left, top, right, cloudBase - inset)], 255)
         pen.rectangle([0, (cloudBase - inset) * scale, width * scale, height * scale], 0)
 
     alpha = Image.new("L", whole.size, 0)
