@@ -12,8 +12,8 @@ the baseline, so that the ink rests on it (capitals reach 600, small letters 400
     x,y!     a corner                          x,y!a   a corner that is left in direction a
     -        a straight line to the next point
 
-A word behind the points names the pressure: "flick" thins out, "drop" is heavy and thins out,
-"dot" stays in place, "even" does not taper.
+A word behind the points names the pressure: "drop" is heavy and thins out, "dot" is pressed
+flat, "even" does not taper.
 """
 import cmath
 import math
@@ -22,18 +22,18 @@ import re
 
 import numpy
 
-UNITS_PER_EM = 1000
-CAP_HEIGHT = 700
-X_HEIGHT = 500
-NIB_LONG = 132.0    # the nib is an ellipse: long and short axis, and the angle it is held at
-NIB_SHORT = 86.0
-NIB_ANGLE = math.radians(38)
-SLANT = 0.085       # x gained per unit of height
-PEN_LIFT = 56       # the pen centre's y 0 above the baseline
-WOBBLE = 3.2        # sideways sway of the hand
-GRID = 4.0          # step of the grid on which the ink is traced
+unitsPerEm = 1000
+capHeight = 710     # of the ink, as drawn with the plain nib
+xHeight = 510
+nibLong = 132.0     # the nib is an ellipse: long and short axis, and the angle it is held at
+nibShort = 86.0
+nibAngle = math.radians(38)
+penLift = 56        # the pen centre's y 0 above the baseline
+slant = 0.085       # x gained per unit of height
+wobble = 3.2        # sideways sway of the hand
+grid = 4.0          # step of the grid on which the ink is traced
 
-STROKES = {
+strokes = {
     "A": ["212,612 112,318 0,-8", "212,612 - 300,318 404,-10", "72,178 - 350,192"],
     "B": ["34,602 - 20,0", "0,596 - 170,604@0 322,468@-90 208,332 - 84,318!",
           "84,318 - 210,320@0 368,160@-90 200,2 - -8,-2"],
@@ -57,7 +57,7 @@ STROKES = {
     "T": ["0,594 - 424,612", "218,596 - 202,-10"],
     "U": ["18,608 - 8,186 192,-8@0 386,190 - 396,612"],
     "V": ["0,608 - 196,-4", "412,612 - 196,-4"],
-    "W": ["0,608 - 124,-4", "284,432 - 124,-4", "284,432 - 408,-4", "568,612 - 408,-4"],
+    "W": ["0,608 - 124,-4", "288,366 - 124,-4", "288,366 - 408,-4", "568,612 - 408,-4"],
     "X": ["18,608 - 392,-10", "386,610 - 0,-10"],
     "Y": ["0,608 - 202,280", "408,612 - 202,280! - 190,-10"],
     "Z": ["14,598 - 382,604! - 0,2! - 396,8"],
@@ -67,13 +67,15 @@ STROKES = {
     "d": ["316,346 182,405@180 0,188@-90 146,-6@0 318,196", "346,648 - 328,-8"],
     "e": ["18,186 - 328,222!100 182,405@180 0,188@-90 182,-6@0 330,70"],
     "f": ["276,602 196,648@180 104,500@-92 - 88,-10", "0,384 - 244,404"],
-    "g": ["316,346 182,405@180 0,188@-90 146,-6@0 318,196", "338,402 - 322,-40 150,-196@180 8,-124"],
+    "g": ["316,346 182,405@180 0,188@-90 146,-6@0 318,196",
+          "338,402 - 322,-40 150,-196@180 8,-124"],
     "h": ["34,646 - 16,-8", "24,222 196,405@0 322,258@-90 - 322,-10"],
     "i": ["8,402 - 0,-8", "23,593 - 7,613 dot"],
     "j": ["134,402 - 122,-70 58,-190@180 0,-176", "151,593 - 135,613 dot"],
     "k": ["34,646 - 16,-8", "298,402 - 46,170", "112,222 - 326,-10"],
     "l": ["20,646 - 10,110 90,-8@0 142,24"],
-    "m": ["26,402 - 12,-8", "22,222 166,405@0 272,258@-90 - 268,-8", "276,222 418,405@0 526,258@-90 - 528,-10"],
+    "m": ["26,402 - 12,-8", "22,222 166,405@0 272,258@-90 - 268,-8",
+          "276,222 418,405@0 526,258@-90 - 528,-10"],
     "n": ["26,402 - 12,-8", "22,222 192,405@0 320,258@-90 - 322,-10"],
     "o": ["212,398 178,405@180 0,192@-90 174,-6@0 354,206@90 168,405@184"],
     "p": ["28,402 - 10,-192", "26,232 192,405@0 354,206@-90 180,-6@180 22,72"],
@@ -95,7 +97,8 @@ STROKES = {
     "5": ["352,606 - 66,598", "66,598 - 40,330!18 190,378@0 366,190@-90 166,-8@180 0,82"],
     "6": ["304,596 82,424 0,190@-90 180,-8@0 356,182@90 190,352@180 12,206"],
     "7": ["0,598 - 378,606!-118 228,290 134,-10"],
-    "8": ["320,512 186,607@180 36,470@-90 186,318@-24 362,146@-90 178,-8@180 0,148@90 178,318@24 332,474@90 196,607@180"],
+    "8": ["320,512 186,607@180 36,470@-90 186,318@-24 362,146@-90 178,-8@180"
+          " 0,148@90 178,318@24 332,474@90 196,607@180"],
     "9": ["330,424 176,262@180 0,440@90 180,607@0 348,440@-90 290,180 176,-10"],
     "+": ["178,486 - 168,122", "0,296 - 348,310"],
     "-": ["0,290 - 250,302"],
@@ -118,10 +121,9 @@ STROKES = {
     "I wide": ["124,604 - 112,0", "0,598 - 248,610", "0,-4 - 240,6"],
 }
 
-PRESSURE = {    # nib size at places along a stroke, 0 to 1
+pressures = {    # nib size at places along a stroke, 0 to 1
     "": ((0, 1.05), (0.18, 1.0), (0.72, 1.0), (1, 0.84)),
     "even": ((0, 1.0), (1, 1.0)),
-    "flick": ((0, 1.05), (0.4, 0.95), (1, 0.5)),
     "drop": ((0, 1.26), (0.3, 1.18), (1, 0.62)),
     "dot": ((0, 1.26), (1, 1.26)),
 }
@@ -182,7 +184,7 @@ class Knot:
 def pathPieces(text):
     """Turns a written stroke into cubic pieces and the name of its pressure."""
     words = text.split()
-    pressure = words.pop() if words[-1] in PRESSURE else ""
+    pressure = words.pop() if words[-1] in pressures else ""
     knots = []
     for index, word in enumerate(words):
         if word != "-":
@@ -213,7 +215,7 @@ def pathPieces(text):
     return pieces, pressure
 
 
-def penTrack(name, number, text):
+def penTrack(name, number, text, widen):
     """Places (n x 2, font units) and nib sizes (n) of one stroke as the hand draws it."""
     pieces, pressure = pathPieces(text)
     steps = numpy.linspace(0, 1, 25)
@@ -223,9 +225,10 @@ def penTrack(name, number, text):
         places.extend(a * (1 - t) ** 3 + 3 * b * t * (1 - t) ** 2 + 3 * c * t * t * (1 - t)
                       + d * t ** 3)
     places = numpy.array(places)
+    places = places.real * widen + 1j * places.imag
     stretch = numpy.concatenate([[0], numpy.cumsum(numpy.abs(numpy.diff(places)))])
     along = stretch / stretch[-1]
-    marks, sizes = zip(*PRESSURE[pressure])
+    marks, sizes = zip(*pressures[pressure])
     size = numpy.interp(along, marks, sizes)
 
     hand = random.Random("%s %d" % (name, number))
@@ -236,17 +239,17 @@ def penTrack(name, number, text):
         phase = hand.uniform(0, 2 * math.pi)
         wave = numpy.sin(stretch / wavelength * 2 * math.pi + phase)
         if pressure != "dot":
-            places = places + normal * wave * WOBBLE * share
+            places = places + normal * wave * wobble * share
         size = size * (1 + 0.018 * share * numpy.cos(stretch / wavelength * 5 + phase))
-    y = places.imag + PEN_LIFT
-    return numpy.stack([places.real + SLANT * y, y], axis=1), size
+    y = places.imag + penLift
+    return numpy.stack([places.real + slant * y, y], axis=1), size
 
 
 def inkDistance(tracks, weight, x, y):
     """How far each place (x, y) lies outside the ink: below 0 within, in shares of the nib."""
-    cos, sin = math.cos(NIB_ANGLE), math.sin(NIB_ANGLE)
-    toNib = numpy.array([[cos * 2 / NIB_LONG, sin * 2 / NIB_LONG],
-                         [-sin * 2 / NIB_SHORT, cos * 2 / NIB_SHORT]]) / weight
+    cos, sin = math.cos(nibAngle), math.sin(nibAngle)
+    toNib = numpy.array([[cos * 2 / nibLong, sin * 2 / nibLong],
+                         [-sin * 2 / nibShort, cos * 2 / nibShort]]) / weight
     px = toNib[0, 0] * x + toNib[0, 1] * y
     py = toNib[1, 0] * x + toNib[1, 1] * y
     nearest = numpy.full(x.shape, 1e9)
@@ -263,8 +266,8 @@ def inkDistance(tracks, weight, x, y):
 
 # Marching squares. Corners of a cell: 1 lower left, 2 lower right, 4 upper right, 8 upper left;
 # edges: b(ottom), r(ight), t(op), l(eft). Each way runs with the ink at its right hand.
-CELL_WAYS = {1: "lb", 2: "br", 3: "lr", 4: "rt", 5: "lb rt", 6: "bt", 7: "lt", 8: "tl", 9: "tb",
-             10: "br tl", 11: "tr", 12: "rl", 13: "rb", 14: "bl"}
+cellWays = {1: "lb", 2: "br", 3: "lr", 4: "rt", 5: "lb rt", 6: "bt", 7: "lt", 8: "tl", 9: "tb",
+            10: "br tl", 11: "tr", 12: "rl", 13: "rb", 14: "bl"}
 
 
 def traceContours(field, x0, y0, step):
@@ -277,7 +280,7 @@ def traceContours(field, x0, y0, step):
     for row, column in zip(*numpy.nonzero((code > 0) & (code < 15))):
         edge = {"b": (row, column, 0), "t": (row + 1, column, 0),
                 "l": (row, column, 1), "r": (row, column + 1, 1)}
-        for way in CELL_WAYS[int(code[row, column])].split():
+        for way in cellWays[int(code[row, column])].split():
             following[edge[way[0]]] = edge[way[1]]
     contours = []
     while following:
@@ -295,20 +298,18 @@ def traceContours(field, x0, y0, step):
     return contours
 
 
-def outline(name, weight=1.0, only=None):
+def outline(name, weight=1.0, widen=1.0):
     """The ink of a sign as closed polygons in font units, outer ones clockwise.
 
-    weight scales the nib; only, if given, lists the strokes that are drawn. The pen's own left
-    edge is wherever the strokes put it: users place the sign by its bounds."""
-    texts = STROKES[name]
-    tracks = [penTrack(name, number, text) for number, text in enumerate(texts)
-              if only is None or number in only]
+    weight scales the nib, widen the way of the pen from left to right. The ink begins wherever
+    the strokes put it: users place the sign by its bounds."""
+    tracks = [penTrack(name, number, text, widen) for number, text in enumerate(strokes[name])]
     every = numpy.concatenate([places for places, size in tracks])
-    room = NIB_LONG * weight
-    x0, y0 = numpy.floor((every.min(axis=0) - room) / GRID) * GRID
+    room = nibLong * weight
+    x0, y0 = numpy.floor((every.min(axis=0) - room) / grid) * grid
     x1, y1 = every.max(axis=0) + room
-    x, y = numpy.meshgrid(numpy.arange(x0, x1, GRID), numpy.arange(y0, y1, GRID))
-    return traceContours(inkDistance(tracks, weight, x, y), x0, y0, GRID)
+    x, y = numpy.meshgrid(numpy.arange(x0, x1, grid), numpy.arange(y0, y1, grid))
+    return traceContours(inkDistance(tracks, weight, x, y), x0, y0, grid)
 
 
 def bounds(contours):

@@ -6,7 +6,6 @@ The game paints a sign's ink where the pen stands, without the room at its left;
 has the same left room and keeps all difference in its right one, and the spacing is the same
 in the game as in any other program."""
 import math
-import pathlib
 
 import numpy
 from fontTools.cu2qu import curve_to_quadratic
@@ -15,29 +14,30 @@ from fontTools.misc.timeTools import timestampFromString
 from fontTools.pens.ttGlyphPen import TTGlyphPen
 
 import letters
+from pictures import artFolder
 
-CHARACTERS = ("abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789"
+characters = ("abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789"
               "+-=.,;:'?()!\"\\/<>_ ")
-FAMILY = "Tarnwick Hand"
-MADE = "Thu Jan 01 00:00:00 2026"
+family = "Tarnwick Hand"
+made = "Thu Jan 01 00:00:00 2026"   # fixed, so that the same drawing gives the same bytes
 
-ASCENT = 900            # font units, as all lengths here
-DESCENT = 280
-LEFT_ROOM = 36
-BLANK = 280
-RIGHT_ROOM = {          # where the right side asks for more or less than the usual
+ascent = 900            # font units, as all lengths here
+descent = 280
+leftRoom = 36
+blank = 280
+rightRoom = {          # where the right side asks for more or less than the usual
     "r": -12, "f": -34, "t": 4, "c": 10, "e": 14, "k": 2, "v": -2, "w": -2, "x": 4, "y": -6,
     "z": 12, "s": 16, "o": 18, "b": 20, "p": 20, "T": -30, "F": -20, "L": 4, "P": -10, "V": -30,
     "W": -28, "Y": -34, "A": 2, "K": -6, "X": -6, "C": 0, "E": 4, "Z": 4, "7": -14, "/": -10,
     "\\": 10, "(": -20, "'": 14, ".": 44, ",": 44, ":": 40, ";": 40, "!": 30, "?": 20,
     "H": 44, "I": 44, "M": 44, "N": 44, "U": 40, "J": 40,
 }
-USUAL_RIGHT_ROOM = 26
+usualRightRoom = 26
 
-REACH = 14.0            # length over which a contour's direction is measured
-CORNER = math.radians(40)
-FIT = 1.2               # largest distance of a fitted curve from the ink's edge
-QUADRATIC_FIT = 0.7
+reach = 14.0            # length over which a contour's direction is measured
+cornerTurn = math.radians(40)
+fitDistance = 1.2       # largest distance of a fitted curve from the ink's edge
+quadraticDistance = 0.7 # and of the font's own kind of curve from that one
 
 
 def walk(points, lengths, start, distance):
@@ -48,16 +48,17 @@ def walk(points, lengths, start, distance):
 
 
 def breaks(points):
-    """Where a closed contour is cut for fitting: sorted indices, and {index: corner or not}.
+    """Where a closed contour is cut for fitting: sorted indices, {index: corner or not}, and
+    the direction of the contour at every point.
 
     Cut are the inner corners where strokes meet, and the farthest places left, right, up and
     down, which a font's outlines should own."""
     count = len(points)
     lengths = numpy.concatenate(
         [[0], numpy.cumsum(numpy.hypot(*(numpy.roll(points, -1, axis=0) - points).T))])
-    ahead = numpy.array([points[walk(points, lengths, i, REACH)] - points[i]
+    ahead = numpy.array([points[walk(points, lengths, i, reach)] - points[i]
                          for i in range(count)])
-    behind = numpy.array([points[i] - points[walk(points, lengths, i, -REACH)]
+    behind = numpy.array([points[i] - points[walk(points, lengths, i, -reach)]
                           for i in range(count)])
     turn = numpy.arctan2(behind[:, 0] * ahead[:, 1] - behind[:, 1] * ahead[:, 0],
                          (behind * ahead).sum(axis=1))
@@ -66,10 +67,10 @@ def breaks(points):
 
     def near(index):
         gap = numpy.abs(lengths[:-1] - lengths[index])
-        return numpy.minimum(gap, lengths[-1] - gap) < REACH * 1.5
+        return numpy.minimum(gap, lengths[-1] - gap) < reach * 1.5
 
     for index in numpy.argsort(-turn, kind="stable"):
-        if turn[index] < CORNER:    # ink at the right hand: inner corners turn left
+        if turn[index] < cornerTurn:    # ink at the right hand: inner corners turn left
             break
         if not taken[index]:
             found[int(index)] = True
@@ -115,13 +116,15 @@ def fitCubic(points, leave, arrive):
                  + numpy.outer(b3, d))
         off = points - curve
         error = numpy.hypot(*off.T)
-        if error.max() < FIT:
+        if error.max() < fitDistance:
             return [(a, b, c, d)]
         speed = (numpy.outer(3 * (1 - t) ** 2, b - a) + numpy.outer(6 * t * (1 - t), c - b)
                  + numpy.outer(3 * t * t, d - c))
         step = (off * speed).sum(axis=1) / numpy.maximum((speed * speed).sum(axis=1), 1e-9)
         t = numpy.maximum.accumulate(numpy.clip(t + step, 0, 1))
-    worst = min(max(int(error.argmax()), 2), len(points) - 3) if len(points) > 5 else len(points) // 2
+    worst = len(points) // 2
+    if len(points) > 5:
+        worst = min(max(int(error.argmax()), 2), len(points) - 3)
     low, high = max(worst - 3, 0), min(worst + 3, len(points) - 1)
     middle = unit(points[high] - points[low])
     return (fitCubic(points[:worst + 1], leave, middle)
@@ -138,8 +141,8 @@ def fitContour(points):
             run = numpy.concatenate([points[start:], points[:end + 1]])
         else:
             run = points[start:end + 1]
-        reach = min(3, len(run) - 1)
-        leave, arrive = unit(run[reach] - run[0]), unit(run[-1] - run[-1 - reach])
+        span = min(3, len(run) - 1)
+        leave, arrive = unit(run[span] - run[0]), unit(run[-1] - run[-1 - span])
         if not corner[start]:
             leave = extremeDirection(course[start])
         if not corner[end]:
@@ -155,63 +158,67 @@ def extremeDirection(course):
     return numpy.array([0.0, math.copysign(1, course[1])])
 
 
+def place(point):
+    """A point in whole font units."""
+    return round(float(point[0])), round(float(point[1]))
+
+
 def drawGlyph(character):
     """TrueType glyph and advance of a character."""
     pen = TTGlyphPen(None)
     if character == " ":
-        return pen.glyph(), BLANK
+        return pen.glyph(), blank
     contours = letters.outline(character)
     left, bottom, right, top = letters.bounds(contours)
-    shift = LEFT_ROOM - left
+    shift = leftRoom - left
     for contour in contours:
         pieces = fitContour(contour + (shift, 0))
-        place = lambda point: (round(float(point[0])), round(float(point[1])))
         pen.moveTo(place(pieces[0][0]))
         for piece in pieces:
             spline = curve_to_quadratic([tuple(map(float, point)) for point in piece],
-                                        QUADRATIC_FIT)
+                                        quadraticDistance)
             pen.qCurveTo(*(place(point) for point in spline[1:]))
         pen.closePath()
-    room = RIGHT_ROOM.get(character, USUAL_RIGHT_ROOM)
+    room = rightRoom.get(character, usualRightRoom)
     return pen.glyph(), round(right + shift) + room
 
 
 def main():
     names = {character: "space" if character == " " else "uni%04X" % ord(character)
-             for character in CHARACTERS}
-    order = [".notdef"] + [names[character] for character in sorted(CHARACTERS)]
+             for character in characters}
+    order = [".notdef"] + [names[character] for character in sorted(characters)]
     glyphs, widths = {}, {}
-    for character in CHARACTERS:
+    for character in characters:
         glyphs[names[character]], widths[names[character]] = drawGlyph(character)
     glyphs[".notdef"], widths[".notdef"] = drawGlyph("?")
 
-    builder = FontBuilder(letters.UNITS_PER_EM, isTTF=True)
+    builder = FontBuilder(letters.unitsPerEm, isTTF=True)
     builder.setupGlyphOrder(order)
     builder.setupCharacterMap({ord(character): name for character, name in names.items()})
     builder.setupGlyf(glyphs)
     table = builder.font["glyf"]
     builder.setupHorizontalMetrics({name: (widths[name], getattr(table[name], "xMin", 0))
                                     for name in order})
-    builder.setupHorizontalHeader(ascent=ASCENT, descent=-DESCENT, lineGap=0)
+    builder.setupHorizontalHeader(ascent=ascent, descent=-descent, lineGap=0)
     builder.setupNameTable({
         "copyright": "Copyright The Tarnwick Episode developers",
-        "familyName": FAMILY,
+        "familyName": family,
         "styleName": "Regular",
-        "uniqueFontIdentifier": FAMILY + " 1.0",
-        "fullName": FAMILY,
+        "uniqueFontIdentifier": family + " 1.0",
+        "fullName": family,
         "version": "Version 1.0",
-        "psName": FAMILY.replace(" ", "") + "-Regular",
+        "psName": family.replace(" ", "") + "-Regular",
         "licenseDescription": "SIL Open Font License 1.1",
     }, mac=False)
-    builder.setupOS2(sTypoAscender=ASCENT, sTypoDescender=-DESCENT, sTypoLineGap=0,
-                     usWinAscent=ASCENT, usWinDescent=DESCENT, sxHeight=letters.X_HEIGHT,
-                     sCapHeight=letters.CAP_HEIGHT, usWeightClass=700, fsSelection=0x40,
+    builder.setupOS2(sTypoAscender=ascent, sTypoDescender=-descent, sTypoLineGap=0,
+                     usWinAscent=ascent, usWinDescent=descent, sxHeight=letters.xHeight,
+                     sCapHeight=letters.capHeight, usWeightClass=700, fsSelection=0x40,
                      xAvgCharWidth=round(sum(widths.values()) / len(widths)), achVendID="NONE")
     builder.setupPost(underlinePosition=-90, underlineThickness=90)
-    builder.setupHead(unitsPerEm=letters.UNITS_PER_EM, fontRevision=1.0,
-                      created=timestampFromString(MADE), modified=timestampFromString(MADE))
+    builder.setupHead(unitsPerEm=letters.unitsPerEm, fontRevision=1.0,
+                      created=timestampFromString(made), modified=timestampFromString(made))
     builder.font.recalcTimestamp = False
-    folder = pathlib.Path(__file__).resolve().parent.parent / "data" / "fonts"
+    folder = artFolder.parent / "data" / "fonts"
     folder.mkdir(parents=True, exist_ok=True)
     builder.save(folder / "MarsNeedsCunnilingus.ttf")
 

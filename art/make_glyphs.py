@@ -4,46 +4,43 @@
 
 The glyph font sets its pictures side by side without a gap, so each sign stands in the middle
 of its cell with room at both sides; all share one baseline."""
-import pathlib
-
 from PIL import Image, ImageChops, ImageDraw
 
 import letters
+from pictures import imagesFolder, savePng
 
-CELL = 64               # pixels
-BASELINE = 53           # pixels from the top
-SCALE = 46 / letters.CAP_HEIGHT     # pixels per font unit: a capital is 46 high
-OVERSAMPLE = 16
+cell = 64               # pixels
+baseline = 53           # pixels from the top
+scale = 46 / letters.capHeight     # pixels per font unit: a capital is 46 high
+oversample = 16
 
-NAMES = {":": "colon", ",": "comma", "!": "exclamation", "-": "minus", ".": "period",
+fileNames = {":": "colon", ",": "comma", "!": "exclamation", "-": "minus", ".": "period",
          "+": "plus", "?": "question"}
-SIGNS = "0123456789ABCDEFGHIJKLMNOPQRSTUVWXYZ" + "".join(NAMES)
-WIDE = {"I": "I wide"}  # a bare stem looks lost in a cell of fixed width
+signs = "0123456789ABCDEFGHIJKLMNOPQRSTUVWXYZ" + "".join(fileNames)
+wideForms = {"I": "I wide"}  # a bare stem looks lost in a cell of fixed width
 
 
 def drawCell(contours):
     """The alpha of one cell (64 by 64, grey)."""
     left, bottom, right, top = letters.bounds(contours)
     middle = (left + right) / 2
-    large = CELL * OVERSAMPLE
+    large = cell * oversample
     ink = Image.new("1", (large, large))
     for contour in contours:
         layer = Image.new("1", ink.size)
-        points = [(((x - middle) * SCALE + CELL / 2) * OVERSAMPLE,
-                   (BASELINE - y * SCALE) * OVERSAMPLE) for x, y in contour]
+        points = [(((x - middle) * scale + cell / 2) * oversample,
+                   (baseline - y * scale) * oversample) for x, y in contour]
         ImageDraw.Draw(layer).polygon(points, fill=1)
         ink = ImageChops.logical_xor(ink, layer)
-    return ink.convert("L").reduce(OVERSAMPLE)
+    return ink.convert("L").reduce(oversample)
 
 
 def main():
-    folder = pathlib.Path(__file__).resolve().parent.parent / "images" / "glyphs"
-    folder.mkdir(parents=True, exist_ok=True)
-    white = Image.new("L", (CELL, CELL), 255)
-    for sign in SIGNS:
-        alpha = drawCell(letters.outline(WIDE.get(sign, sign)))
-        picture = Image.merge("RGBA", (white, white, white, alpha))
-        picture.save(folder / (NAMES.get(sign, sign) + ".png"), optimize=True)
+    white = Image.new("L", (cell, cell), 255)
+    for sign in signs:
+        alpha = drawCell(letters.outline(wideForms.get(sign, sign)))
+        savePng(Image.merge("RGBA", (white, white, white, alpha)),
+                imagesFolder / "glyphs" / (fileNames.get(sign, sign) + ".png"))
 
 
 if __name__ == "__main__":
