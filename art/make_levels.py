@@ -21,6 +21,8 @@ later lines win. Ranges are inclusive: `24-96` are the columns 24 to 96. Row 0 i
                                 open space under round arches: ceilings at row CROWN in the middle
                                 of a bay, at row PIER beside a pier; piers WIDTH wide, BAY apart
   drip X Y H W                  rock hanging from a ceiling at row Y: H rows, W wide, pointed
+  mound X Y H W                 rock standing on a floor in row Y: H rows, W wide, pointed
+  pipes X-X Y H,H,...           columns of rock, 3 wide, hanging H rows from row Y, lengths in turn
   island X-X Y H                a floating ledge: floor row Y, H rows thick in its middle
   stair X-X Y N RISE            N equal steps of RISE rows from floor row Y, up towards the second
                                 column (`90-60` climbs to the left), on rock as deep as `ground`
@@ -38,10 +40,12 @@ from scipy import ndimage
 EMPTY, FLAME, SIGN = 0xFF, 0xE0, 0xFE
 LOOKS = (0x00, 0x20, 0x40, 0x60, 0x80, SIGN)
 ROCK = -1            # rock whose look is decided by the region nearest to it
-CRUST = 4            # tiles of LOOK around open space, before DEEP begins
+CRUST = 3            # tiles of LOOK around open space, before DEEP begins
+SMALLEST_DEPTH = 200 # tiles of DEEP in one piece
 BORDER = 12          # solid tiles on every side of the picture
 QUIET_BORDER = 3     # of these the outermost: no flames
 THINNEST = 3         # of a wall or floor between two spaces
+PIPE = 3             # width of a hanging column
 START_FLAT = 20      # tiles of level ground on both sides of the start
 START_DROP = 3       # rows from the start down to the row above its floor
 
@@ -55,6 +59,12 @@ def span(text):
 def point(text):
     x, y = text.split(',')
     return int(x), int(y)
+
+
+def halfWidth(width, row, height):
+    """Half the width of a pointed rock, `row` rows from its foot; the point is 3 wide."""
+    share = row / max(1, height - 1)
+    return round((width - 3) / 2 * (1 - share) ** 1.6) + 1
 
 
 class Level:
@@ -137,11 +147,31 @@ class Level:
             self.ceilingColumn(column, ceiling - 1, floor)
 
     def drip(self, x, y, height, width):
-        x, y, height, width = int(x), int(y), int(height), int(width)
+        self.pointed(int(x), int(y), int(height), int(width), 1)
+
+    def mound(self, x, y, height, width):
+        self.pointed(int(x), int(y) - 1, int(height), int(width), -1)
+
+    def pointed(self, x, foot, height, width, step):
+        """A pointed rock from the row of its foot on, `step` 1 downwards or -1 upwards; its foot
+        follows an uneven ceiling or floor."""
         for row in range(height):
-            share = row / max(1, height - 1)
-            half = round((width - 3) / 2 * (1 - share) ** 1.6) + 1     # never thinner than 3
-            self.put((x - half, x + half), (y + row, y + row), ROCK)
+            half = halfWidth(width, row, height)
+            self.put((x - half, x + half), (foot + step * row,) * 2, ROCK)
+        half = halfWidth(width, 0, height)
+        for column in range(x - half, x + half + 1):
+            row = foot - step
+            while self.tiles[row, column] == EMPTY:
+                self.put((column, column), (row, row), ROCK)
+                row -= step
+
+    def pipes(self, columns, y, lengths):
+        left, right = span(columns)
+        lengths = [int(length) for length in lengths.split(',')]
+        for index, column in enumerate(range(left, right - 1, PIPE)):
+            length = lengths[index % len(lengths)]
+            if length:
+                self.put((column, column + PIPE - 1), (int(y), int(y) + length - 1), ROCK)
 
     def island(self, columns, y, height):
         left, right = span(columns)
@@ -168,12 +198,15 @@ class Level:
         owner = self.owner[tuple(nearest)]
         look = np.array([r[1] for r in self.regions])[owner]
         deep = np.array([r[2] for r in self.regions])[owner]
-        painted = np.where(away <= CRUST, look, deep)
+        # Only large masses have depths; a core in an island would look like a hole.
+        parts, _ = ndimage.label(away > CRUST)
+        depths = np.bincount(parts.ravel())[parts] * (parts > 0) >= SMALLEST_DEPTH
+        painted = np.where(depths, deep, look)
         return np.where(self.tiles == ROCK, painted, self.tiles).astype(np.uint8)
 
 
 VERBS = {name: getattr(Level, name) for name in
-         ('size start region carve fill flame sign cave ground vault drip island stair').split()}
+         ('size start region carve fill flame sign cave ground vault drip mound pipes island stair').split()}
 
 
 def read(path):
@@ -261,7 +294,7 @@ def main():
             bad = True
             continue
         Image.fromarray(np.repeat(tiles[:, :, None], 3, axis=2), 'RGB').save(
-            target / f'{path.stem}.png')
+            target / f'{path.stem}.png', compress_level=9)
         print(f'{path.stem}: {tiles.shape[1]} x {tiles.shape[0]}, '
               f'{(tiles == EMPTY).mean():.1%} open, {(tiles == FLAME).sum()} flames')
     sys.exit(bad)
