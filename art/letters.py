@@ -1,4 +1,3 @@
-#!/usr/bin/python3
 # SPDX-License-Identifier: Zlib
 """The game's lettering: every sign as pen strokes, and the pen that draws them.
 
