@@ -19,7 +19,8 @@ later lines win. Ranges are inclusive: `24-96` are the columns 24 to 96. Row 0 i
                                 reaches down to where rock begins; the last point ends it
   vault X-X CROWN PIER FLOOR BAY WIDTH
                                 open space under round arches: ceilings at row CROWN in the middle
-                                of a bay, at row PIER beside a pier; piers WIDTH wide, BAY apart
+                                of a bay, at row PIER under a pier; piers WIDTH wide, BAY apart,
+                                BAY less WIDTH even
   drip X Y H W                  rock hanging from a ceiling at row Y: H rows, W wide, pointed
   mound X Y H W                 rock standing on a floor in row Y: H rows, W wide, pointed
   pipes X-X Y H,H,...           columns of rock, 3 wide, hanging H rows from row Y, lengths in turn
@@ -62,9 +63,10 @@ def point(text):
 
 
 def halfWidth(width, row, height):
-    """Half the width of a pointed rock, `row` rows from its foot; the point is 3 wide."""
+    """Half the width of a pointed rock, `row` rows from its foot; the point is 3 wide. It shrinks
+    by 2 at a time: see the trap in faults."""
     share = row / max(1, height - 1)
-    return round((width - 3) / 2 * (1 - share) ** 1.6) + 1
+    return 2 * round((width - 3) / 4 * (1 - share) ** 1.6) + 1
 
 
 class Level:
@@ -126,7 +128,8 @@ class Level:
         line = [point(p) for p in points]
         xs, ys = zip(*line)
         for column in range(xs[0], xs[-1] + 1):
-            self.ceilingColumn(column, int(np.floor(np.interp(column, xs, ys) + 0.5)), int(floor))
+            place = xs[0] + (column - xs[0]) // 2 * 2                     # steps 2 wide, see faults
+            self.ceilingColumn(column, int(np.floor(np.interp(place, xs, ys) + 0.5)), int(floor))
 
     def ground(self, *points):
         line = [point(p) for p in points]
@@ -138,11 +141,11 @@ class Level:
         left, right = span(columns)
         crown, pier, floor, bay, width = int(crown), int(pier), int(floor), int(bay), int(width)
         for column in range(left, right + 1):
-            place = (column - left) % bay - width
-            if place < 0:
+            place = ((column - left) % bay - width) // 2 * 2       # steps 2 wide, see faults
+            if (column - left) % bay < width:
                 ceiling = pier
             else:
-                across = (2 * place + 1) / (bay - width) - 1        # -1 to 1 in the bay
+                across = (2 * place + 2) / (bay - width) - 1        # -1 to 1 in the bay
                 ceiling = pier - round((pier - crown) * math.sqrt(1 - across * across))
             self.ceilingColumn(column, ceiling - 1, floor)
 
@@ -178,7 +181,8 @@ class Level:
         y, height = int(y), int(height)
         width = right - left + 1
         for row in range(height):
-            inset = round(max(0, width // 2 - 3) * ((row - 2) / max(1, height - 3)) ** 2) if row > 2 else 0
+            share = max(0, row - 2) / max(1, height - 3)
+            inset = 2 * round(max(0, width // 2 - 3) / 2 * share * share)
             self.put((left + inset, right - inset), (y + row, y + row), ROCK)
 
     def stair(self, columns, y, count, rise):
@@ -270,6 +274,19 @@ def faults(tiles, start):
 
     report('wall thinner than 3', thinRuns(~empty))
     report('floor thinner than 3', thinRuns(~empty.T).T)
+
+    # A kick flight may move by 2 columns and 1 row at once, past a corner that nothing tests, and
+    # end in a cell of rock with rock on all four sides. Steps at least 2 wide leave no such cell.
+    trap = np.zeros_like(empty)
+    closed = np.zeros_like(empty)
+    closed[1:-1, 1:-1] = ~(empty[1:-1, 1:-1] | empty[:-2, 1:-1] | empty[2:, 1:-1]
+                           | empty[1:-1, :-2] | empty[1:-1, 2:])
+    for side in (-1, 1):
+        for down in (-1, 1):
+            def seen(dx, dy):
+                return np.roll(empty, (-dy, -dx), (0, 1))
+            trap |= closed & seen(-2 * side, -down) & seen(-side, -down) & seen(-2 * side, 0)
+    report('trap behind a corner', trap)
 
     x, y = start
     floor = y + START_DROP + 1
