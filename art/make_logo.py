@@ -105,6 +105,11 @@ def shrunk(mask, distance):
     return ndimage.distance_transform_edt(mask) > distance * oversample
 
 
+def rounded(mask, size):
+    """A mask with its corners, inner and outer, rounded off."""
+    return ndimage.gaussian_filter(mask.astype(numpy.float32), size * oversample) > 0.5
+
+
 def moved(mask, right, down):
     """A mask moved by whole oversampled pixels; what leaves the picture is lost."""
     right, down = round(right * oversample), round(down * oversample)
@@ -324,10 +329,8 @@ def paintRunner(canvas):
         *part((120, 64, 12), (150, 88, 9), (165, 76, 9), (176, 57, 6), (179, 50, 9.5)))
     arm = canvas.shape(*part((106, 66, 11), (66, 72, 9.5), (56, 88, 9), (49, 106, 6),
                              (47, 113, 9)))
-    smooth = lambda mask: ndimage.gaussian_filter(mask.astype(numpy.float32),
-                                                  1.9 * oversample) > 0.5
-    arm = smooth(arm)
-    body = smooth(figure) | arm
+    arm = rounded(arm, 1.9)
+    body = rounded(figure, 1.9) | arm
     t = numpy.linspace(0, 1, 50)
     tails = [ribbon([place(120 - reach * s, 52 - rise * s + sway * math.sin(s * curl) * s)[:2]
                      for s in t], wide * (0.75 + 1.1 * t) * numpy.clip((1 - t) * 5, 0.02, 1))
@@ -350,12 +353,16 @@ def paintRunner(canvas):
     canvas.paint(canvas.shape(patch((151, 22), (163, 25), (160, 33), (150, 31))), white)
 
 
+def arch(along):
+    """How far from the middle of a word, 0 there and 1 at both ends, for a place 0 to 1."""
+    return (2 * along - 1) ** 2
+
+
 def main():
     canvas = Canvas()
     paintBurst(canvas)
     paintDial(canvas)
     paintBolt(canvas)
-    arch = lambda u: (2 * u - 1) ** 2
     paintFlames(canvas)
     episode = bend(setWord("EPISODE", 1.8, 1.35, 26), 130, 786,
                    lambda u: 316 + 6 * arch(u), lambda u: 482 - 14 * arch(u))
