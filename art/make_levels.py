@@ -7,7 +7,8 @@ is a list of verbs, one a line, '#' starts a comment. The grid begins as rock; e
 later lines win. Ranges are inclusive: `24-96` are the columns 24 to 96. Row 0 is the top.
 
   size W H                      the picture, first verb
-  start X Y                     where the runner begins; the checks need it
+  start X Y FLOOR FLAT          where the runner begins, the floor row below, and for how many tiles
+                                to both sides it must be level; used by the checks alone
   region NAME LOOK DEEP         what follows belongs to this region. Rock near its open cells gets
                                 the code LOOK, rock further away the code DEEP (both hexadecimal)
   carve X-X Y-Y                 open space
@@ -31,34 +32,32 @@ later lines win. Ranges are inclusive: `24-96` are the columns 24 to 96. Row 0 i
 Every level is checked before it is written; a fault ends the program and leaves the file alone.
 """
 import math
-import pathlib
 import sys
 
 import numpy as np
 from PIL import Image
 from scipy import ndimage
 
-EMPTY, FLAME, SIGN = 0xFF, 0xE0, 0xFE
-LOOKS = (0x00, 0x20, 0x40, 0x60, 0x80, SIGN)
-ROCK = -1            # rock whose look is decided by the region nearest to it
-CRUST = 3            # tiles of LOOK around open space, before DEEP begins
-SMALLEST_DEPTH = 200 # tiles of DEEP in one piece
-BORDER = 12          # solid tiles on every side of the picture
-QUIET_BORDER = 3     # of these the outermost: no flames
-THINNEST = 3         # of a wall or floor between two spaces
-PIPE = 3             # width of a hanging column
-START_FLAT = 20      # tiles of level ground on both sides of the start
-START_DROP = 3       # rows from the start down to the row above its floor
+from pictures import artFolder
+
+emptyCode, flameCode, signCode = 0xFF, 0xE0, 0xFE
+lookCodes = (0x00, 0x20, 0x40, 0x60, 0x80, signCode)
+rock = -1            # rock whose look is decided by the region nearest to it
+crust = 3            # tiles of LOOK around open space, before DEEP begins
+smallestDepth = 200  # tiles of DEEP in one piece
+border = 12          # tiles of rock on every side of the picture: beyond it nothing is seen
+thinnest = 3         # of a wall or floor between two spaces
+pipeWidth = 3        # width of a hanging column
 
 
 def span(text):
-    """'24-96' or '24' as first and last, inclusive, in the order given."""
-    first, _, last = text.partition('-')
+    """`24-96` or `24` as first and last, inclusive, in the order given."""
+    first, _, last = text.partition("-")
     return int(first), int(last or first)
 
 
 def point(text):
-    x, y = text.split(',')
+    x, y = text.split(",")
     return int(x), int(y)
 
 
@@ -70,65 +69,65 @@ def halfWidth(width, row, height):
 
 
 class Level:
-    """One level while it is being built: `tiles` is rows by columns of tile codes or ROCK, `owner`
-    the index in `regions` of each cell's region."""
+    """One level while it is being built: `tiles` is rows by columns of tile codes or rock, `owner`
+    the index in `regions` of each cell's region, `startPlace` the numbers of the verb `start`."""
 
     def __init__(self):
         self.tiles = np.zeros((0, 0), np.int16)
         self.owner = np.zeros((0, 0), np.int16)
         self.regions = []
-        self.startCell = (0, 0)
+        self.startPlace = (0, 0, 0, 0)
 
     def put(self, columns, rows, code):
         left, right = sorted(columns)
         top, bottom = sorted(rows)
         if left < 0 or top < 0 or right >= self.tiles.shape[1] or bottom >= self.tiles.shape[0]:
-            raise ValueError('outside the picture')
+            raise ValueError("outside the picture")
         self.tiles[top:bottom + 1, left:right + 1] = code
         self.owner[top:bottom + 1, left:right + 1] = len(self.regions) - 1
 
     def ceilingColumn(self, column, ceiling, floor):
-        """Opens one column below a ceiling row (the last of rock) down to a floor row (rock)."""
+        """Opens one column between the rock of a ceiling row and the rock of a floor row."""
         if ceiling + 1 < floor:
-            self.put((column, column), (ceiling + 1, floor - 1), EMPTY)
+            self.put((column, column), (ceiling + 1, floor - 1), emptyCode)
 
     def floorColumn(self, column, floor):
         """Rock from a floor row down to the rock already there."""
         row = floor
-        while self.tiles[row, column] in (EMPTY, FLAME):
+        while self.tiles[row, column] in (emptyCode, flameCode):
             row += 1
         if row > floor:
-            self.put((column, column), (floor, row - 1), ROCK)
+            self.put((column, column), (floor, row - 1), rock)
 
     # The verbs, named as in the descriptions.
 
     def size(self, width, height):
-        self.tiles = np.full((int(height), int(width)), ROCK, np.int16)
+        self.tiles = np.full((int(height), int(width)), rock, np.int16)
         self.owner = np.zeros_like(self.tiles)
 
-    def start(self, x, y):
-        self.startCell = (int(x), int(y))
+    def start(self, x, y, floor, flat):
+        self.startPlace = (int(x), int(y), int(floor), int(flat))
 
     def region(self, name, look, deep):
         self.regions.append((name, int(look, 16), int(deep, 16)))
 
     def carve(self, columns, rows):
-        self.put(span(columns), span(rows), EMPTY)
+        self.put(span(columns), span(rows), emptyCode)
 
     def fill(self, columns, rows, code=None):
-        self.put(span(columns), span(rows), ROCK if code is None else int(code, 16))
+        self.put(span(columns), span(rows), rock if code is None else int(code, 16))
 
     def flame(self, columns, rows):
-        self.put(span(columns), span(rows), FLAME)
+        self.put(span(columns), span(rows), flameCode)
 
     def sign(self, columns, rows):
-        self.put(span(columns), span(rows), SIGN)
+        self.put(span(columns), span(rows), signCode)
 
     def cave(self, floor, *points):
         line = [point(p) for p in points]
         xs, ys = zip(*line)
         for column in range(xs[0], xs[-1] + 1):
-            place = xs[0] + (column - xs[0]) // 2 * 2                     # steps 2 wide, see faults
+            place = xs[0] + (column - xs[0]) // 2 * 2  # steps 2 wide: see faults
             self.ceilingColumn(column, int(np.floor(np.interp(place, xs, ys) + 0.5)), int(floor))
 
     def ground(self, *points):
@@ -141,13 +140,13 @@ class Level:
         left, right = span(columns)
         crown, pier, floor, bay, width = int(crown), int(pier), int(floor), int(bay), int(width)
         for column in range(left, right + 1):
-            place = ((column - left) % bay - width) // 2 * 2       # steps 2 wide, see faults
-            if (column - left) % bay < width:
-                ceiling = pier
-            else:
-                across = (2 * place + 2) / (bay - width) - 1        # -1 to 1 in the bay
-                ceiling = pier - round((pier - crown) * math.sqrt(1 - across * across))
-            self.ceilingColumn(column, ceiling - 1, floor)
+            place = (column - left) % bay - width        # in the arch, below 0 in the pier
+            ceiling = pier
+            if place >= 0:
+                middle = place // 2 * 2 + 1              # of its step, 2 wide: see faults
+                across = 2 * middle / (bay - width) - 1  # -1 to 1
+                ceiling -= round((pier - crown) * math.sqrt(1 - across * across))
+            self.ceilingColumn(column, ceiling, floor)
 
     def drip(self, x, y, height, width):
         self.pointed(int(x), int(y), int(height), int(width), 1)
@@ -160,21 +159,21 @@ class Level:
         follows an uneven ceiling or floor."""
         for row in range(height):
             half = halfWidth(width, row, height)
-            self.put((x - half, x + half), (foot + step * row,) * 2, ROCK)
+            self.put((x - half, x + half), (foot + step * row,) * 2, rock)
         half = halfWidth(width, 0, height)
         for column in range(x - half, x + half + 1):
             row = foot - step
-            while self.tiles[row, column] == EMPTY:
-                self.put((column, column), (row, row), ROCK)
+            while self.tiles[row, column] == emptyCode:
+                self.put((column, column), (row, row), rock)
                 row -= step
 
     def pipes(self, columns, y, lengths):
         left, right = span(columns)
-        lengths = [int(length) for length in lengths.split(',')]
-        for index, column in enumerate(range(left, right - 1, PIPE)):
+        lengths = [int(length) for length in lengths.split(",")]
+        for index, column in enumerate(range(left, right - 1, pipeWidth)):
             length = lengths[index % len(lengths)]
             if length:
-                self.put((column, column + PIPE - 1), (int(y), int(y) + length - 1), ROCK)
+                self.put((column, column + pipeWidth - 1), (int(y), int(y) + length - 1), rock)
 
     def island(self, columns, y, height):
         left, right = span(columns)
@@ -183,7 +182,7 @@ class Level:
         for row in range(height):
             share = max(0, row - 2) / max(1, height - 3)
             inset = 2 * round(max(0, width // 2 - 3) / 2 * share * share)
-            self.put((left + inset, right - inset), (y + row, y + row), ROCK)
+            self.put((left + inset, right - inset), (y + row, y + row), rock)
 
     def stair(self, columns, y, count, rise):
         first, last = span(columns)
@@ -196,46 +195,48 @@ class Level:
 
     def paint(self):
         """Gives all undecided rock its look. Returns the finished codes, rows by columns."""
-        opened = (self.tiles == EMPTY) | (self.tiles == FLAME)
-        away, nearest = ndimage.distance_transform_cdt(~opened, metric='chessboard',
+        opened = (self.tiles == emptyCode) | (self.tiles == flameCode)
+        away, nearest = ndimage.distance_transform_cdt(~opened, metric="chessboard",
                                                        return_indices=True)
         owner = self.owner[tuple(nearest)]
         look = np.array([r[1] for r in self.regions])[owner]
         deep = np.array([r[2] for r in self.regions])[owner]
         # Only large masses have depths; a core in an island would look like a hole.
-        parts, _ = ndimage.label(away > CRUST)
-        depths = np.bincount(parts.ravel())[parts] * (parts > 0) >= SMALLEST_DEPTH
+        parts, _ = ndimage.label(away > crust)
+        depths = np.bincount(parts.ravel())[parts] * (parts > 0) >= smallestDepth
         painted = np.where(depths, deep, look)
-        return np.where(self.tiles == ROCK, painted, self.tiles).astype(np.uint8)
+        return np.where(self.tiles == rock, painted, self.tiles).astype(np.uint8)
 
 
-VERBS = {name: getattr(Level, name) for name in
-         ('size start region carve fill flame sign cave ground vault drip mound pipes island stair').split()}
+verbs = {verb.__name__: verb for verb in (
+    Level.size, Level.start, Level.region, Level.carve, Level.fill, Level.flame, Level.sign,
+    Level.cave, Level.ground, Level.vault, Level.drip, Level.mound, Level.pipes, Level.island,
+    Level.stair)}
 
 
 def read(path):
     level = Level()
-    for number, line in enumerate(path.read_text(encoding='utf-8').splitlines(), 1):
-        words = line.split('#')[0].split()
+    for number, line in enumerate(path.read_text(encoding="utf-8").splitlines(), 1):
+        words = line.split("#")[0].split()
         if not words:
             continue
         try:
-            VERBS[words[0]](level, *words[1:])
+            verbs[words[0]](level, *words[1:])
         except (KeyError, TypeError, ValueError, IndexError) as fault:
-            sys.exit(f'{path.name}:{number}: {line.strip()}: {fault!r}')
+            sys.exit(f"{path.name}:{number}: {line.strip()}: {fault!r}")
     return level
 
 
 def cells(mask):
     """The first few cells of a mask, as text."""
     ys, xs = np.nonzero(mask)
-    return ' '.join(f'({x},{y})' for x, y in list(zip(xs, ys))[:8]) + f' ({len(xs)} in all)'
+    return " ".join(f"({x},{y})" for x, y in list(zip(xs, ys))[:8]) + f" ({len(xs)} in all)"
 
 
 def thinRuns(solid):
-    """Solid cells in a row of fewer than THINNEST between two open cells, left and right."""
+    """Solid cells in a row of fewer than thinnest between two open cells, left and right."""
     thin = np.zeros_like(solid)
-    for size in range(1, THINNEST):
+    for size in range(1, thinnest):
         for left in range(1, solid.shape[1] - size):
             hit = ~solid[:, left - 1] & ~solid[:, left + size] \
                 & solid[:, left:left + size].all(axis=1)
@@ -249,31 +250,27 @@ def faults(tiles, start):
 
     def report(text, mask):
         if mask.any():
-            found.append(f'{text}: {cells(mask)}')
+            found.append(f"{text}: {cells(mask)}")
 
-    empty, flame = tiles == EMPTY, tiles == FLAME
+    empty, flame = tiles == emptyCode, tiles == flameCode
     inside = np.zeros_like(empty)
-    inside[BORDER:-BORDER, BORDER:-BORDER] = True
-    report('unknown code', ~np.isin(tiles, (*LOOKS, FLAME, EMPTY)))
-    report('open cell in the border', empty & ~inside)
-    inner = np.zeros_like(empty)
-    inner[BORDER - QUIET_BORDER:1 - BORDER + QUIET_BORDER - 1,
-          BORDER - QUIET_BORDER:1 - BORDER + QUIET_BORDER - 1] = True
-    report('flame in the border', flame & ~inner)
+    inside[border:-border, border:-border] = True
+    report("unknown code", ~np.isin(tiles, (*lookCodes, flameCode, emptyCode)))
+    report("border is not all rock", (empty | flame) & ~inside)
 
     # A rising kick that stops between two solid cells would stay a kick for good.
     low = np.zeros_like(empty)
     low[1:-1] = empty[1:-1] & ~empty[:-2] & ~empty[2:]
-    report('passage 1 high', low)
+    report("passage 1 high", low)
 
     # A flame beside a gap of 1 throws the runner into the rock behind it.
     tight = np.zeros_like(empty)
     tight[:, 1:-2] |= flame[:, 1:-2] & empty[:, 2:-1] & ~empty[:, 3:]
     tight[:, 2:-1] |= flame[:, 2:-1] & empty[:, 1:-2] & ~empty[:, :-3]
-    report('flame beside a gap of 1', tight)
+    report("flame beside a gap of 1", tight)
 
-    report('wall thinner than 3', thinRuns(~empty))
-    report('floor thinner than 3', thinRuns(~empty.T).T)
+    report("wall thinner than 3", thinRuns(~empty))
+    report("floor thinner than 3", thinRuns(~empty.T).T)
 
     # A kick flight may move by 2 columns and 1 row at once, past a corner that nothing tests, and
     # end in a cell of rock with rock on all four sides. Steps at least 2 wide leave no such cell.
@@ -286,36 +283,34 @@ def faults(tiles, start):
             def seen(dx, dy):
                 return np.roll(empty, (-dy, -dx), (0, 1))
             trap |= closed & seen(-2 * side, -down) & seen(-side, -down) & seen(-2 * side, 0)
-    report('trap behind a corner', trap)
+    report("trap behind a corner", trap)
 
-    x, y = start
-    floor = y + START_DROP + 1
-    flat = slice(x - START_FLAT, x + START_FLAT + 1)
-    if not empty[y:floor, flat].all() or empty[floor, flat].any() or flame[floor, flat].any():
-        found.append(f'the start ({x},{y}) has no level ground in row {floor}')
+    x, y, floor, flat = start
+    around = slice(x - flat, x + flat + 1)
+    report("start not free", ~empty[y:floor, around])
+    report("ground of the start not level", (empty | flame)[floor:floor + 1, around])
     return found
 
 
 def main():
-    root = pathlib.Path(__file__).resolve().parent
-    target = root.parent / 'data' / 'levels'
+    target = artFolder.parent / "data" / "levels"
     target.mkdir(parents=True, exist_ok=True)
     bad = False
-    for path in sorted((root / 'levels').glob('*.txt')):
+    for path in sorted((artFolder / "levels").glob("*.txt")):
         level = read(path)
         tiles = level.paint()
-        problems = faults(tiles, level.startCell)
+        problems = faults(tiles, level.startPlace)
         for problem in problems:
-            print(f'{path.stem}: {problem}')
+            print(f"{path.stem}: {problem}")
         if problems:
             bad = True
             continue
-        Image.fromarray(np.repeat(tiles[:, :, None], 3, axis=2), 'RGB').save(
-            target / f'{path.stem}.png', compress_level=9)
-        print(f'{path.stem}: {tiles.shape[1]} x {tiles.shape[0]}, '
-              f'{(tiles == EMPTY).mean():.1%} open, {(tiles == FLAME).sum()} flames')
+        Image.fromarray(np.repeat(tiles[:, :, None], 3, axis=2), "RGB").save(
+            target / f"{path.stem}.png", compress_level=9)
+        print(f"{path.stem}: {tiles.shape[1]} x {tiles.shape[0]}, "
+              f"{(tiles == emptyCode).mean():.1%} open, {(tiles == flameCode).sum()} flames")
     sys.exit(bad)
 
 
-if __name__ == '__main__':
+if __name__ == "__main__":
     main()
