@@ -1,0 +1,94 @@
+// SPDX-License-Identifier: Zlib
+#include "sound/AudioSingleton.h"
+
+#include <thread>
+
+#include "app/FilePath.h"
+#include "game/Noise.h"
+#include "sound/ClapSynth.h"
+#include "sound/CrashSynth.h"
+#include "sound/HatSynth.h"
+#include "sound/KickSynth.h"
+
+static constexpr const char* patchFiles[] = {"SeqBass.inl", "SeqPad.inl", "SeqHi.inl",
+                                             "SeqDuck.inl", "Bom.inl"};
+static constexpr std::size_t bomBank = 4;
+static constexpr float bomFrequencies[] = {110, 220, 223}; // hertz; the upper two beat
+
+AudioSingleton& AudioSingleton::instance() {
+    static AudioSingleton sound;
+    return sound;
+}
+
+AudioSingleton::AudioSingleton() {
+    const FilePath patches = FilePath::getDataDirectory().join("synthPatches");
+    for (std::size_t i = 0; i < synths.size(); ++i) {
+        synths[i].loadPatch(patches.join(patchFiles[i]).text());
+    }
+    drums = {std::make_shared<KickSynth>(), std::make_shared<ClapSynth>(),
+             std::make_shared<HatSynth>(), std::make_shared<CrashSynth>()};
+    clearSteps();
+    loadPitches();
+    cursor.setCallback(this);
+}
+
+// Each start of the program has pitches of its own, from one file picked at random.
+void AudioSingleton::loadPitches() {
+    const FilePath folder = FilePath::getDataDirectory().join("pitches");
+    const auto count = static_cast<int>(folder.getEntryCount());
+    const FilePath file = folder.getEntry(static_cast<std::uint32_t>(noiseRange(count)));
+    if (!file.exists() || file.getExtension() != "txt") return;
+    pitches = readPitches(file.text());
+}
+
+void AudioSingleton::toggleStep(std::int32_t track, std::int32_t step, std::int32_t note) {
+    auto& cell = notes[static_cast<std::size_t>(track)][static_cast<std::size_t>(step)];
+    cell = cell == note ? rest : note;
+}
+
+void AudioSingleton::clearSteps() {
+    for (auto& track : notes) {
+        for (auto& cell : track) cell = rest;
+    }
+}
+
+// The mark and the pointer are stored and loaded in one order that both threads agree on
+// (sequentially consistent): with less, each side could miss the other.
+void AudioSingleton::setCallback(Callback* listener) {
+    callback.store(listener, std::memory_order_seq_cst);
+    while (inBar.load(std::memory_order_seq_cst)) std::this_thread::yield();
+}
+
+void AudioSingleton::reportBar() {
+    inBar.store(true, std::memory_order_seq_cst);
+    if (Callback* listener = callback.load(std::memory_order_seq_cst)) listener->onBar();
+    inBar.store(false, std::memory_order_release);
+}
+
+void AudioSingleton::stepReached(std::int32_t step, std::int32_t sampleOffset) {
+    // First, so that a note that the game writes into step 0 is played in this bar.
+    if (step == 0) reportBar();
+    const auto column = static_cast<std::size_t>(step);
+    for (std::size_t track = 0; track < notes.size(); ++track) {
+        const std::int32_t note = notes[track][column];
+        if (note < 0) continue;
+        if (track < pitchedTracks) {
+            synths[track].noteOn(pitches[static_cast<std::size_t>(note)], sampleOffset);
+        } else {
+            drums[track - pitchedTracks]->trigger(true, sampleOffset, note % 2 != 0);
+        }
+    }
+}
+
+void AudioSingleton::process(float* output, std::int32_t frames) {
+    cursor.process(frames);
+    for (std::size_t i = 0; i < drums.size(); ++i) {
+        synths[i].render(output, frames);
+        if (drums[i]->isActive()) drums[i]->render(output, frames);
+    }
+    synths[bomBank].render(output, frames);
+}
+
+void AudioSingleton::playBom() {
+    for (const float frequency : bomFrequencies) synths[bomBank].noteOn(frequency, 0);
+}

@@ -1,0 +1,86 @@
+// SPDX-License-Identifier: Zlib
+#pragma once
+
+#include <array>
+#include <atomic>
+#include <memory>
+#include <string>
+
+#include "game/SharedValue.h"
+#include "sound/PitchFile.h"
+#include "sound/PolyphonicSynth.h"
+#include "sound/SequencerCursor.h"
+#include "sound/SimpleSynth.h"
+#include "sound/Synthesizer.h"
+
+// The one owner of everything audible: the clock, five banks of voices, four drums, the grid of
+// notes and the pitches of the notes. The game writes notes, the audio thread calls process.
+//
+// Sample: 1/44100 of a second, whatever the stream runs at. Stereo frame: a sample of both
+// channels. Step: a sixteenth of a bar. Bar: 16 steps, about 2 seconds; the grid plays again each
+// bar. Note: an index into the pitches. Track: a row of the grid; 0 to 3 are the banks "SeqBass",
+// "SeqPad", "SeqHi" and "SeqDuck", 4 to 7 kick, clap, hat and crash. The bank "Bom" has no track.
+//
+// Two threads, no lock: the main thread builds it and calls what it calls, the audio thread runs
+// process and the bar events. Nothing on the audio thread allocates or waits.
+class AudioSingleton : public SequencerCursor::Callback {
+public:
+    static constexpr std::int32_t tracks = 8;
+    static constexpr std::int32_t steps = 16;
+    static constexpr std::int32_t rest = -1; // no note
+
+    class Callback {
+    public:
+        virtual ~Callback() = default;
+
+        // A bar begins; a note written to step 0 now is played in this bar. Audio thread.
+        virtual void onBar() = 0;
+    };
+
+    // The one object. The first call builds it, reads patches and pitches, and is made on the main
+    // thread; it lives until the program exits.
+    static AudioSingleton& instance();
+
+    // Puts a note into a cell, or a rest if it holds that note already. On a drum's track an even
+    // note is the normal hit and an odd one the alternate.
+    void toggleStep(std::int32_t track, std::int32_t step, std::int32_t note);
+
+    // Rests everywhere.
+    void clearSteps();
+
+    // Makes the next sample the begin of a bar.
+    void rewindBar() { cursor.rewind(); }
+
+    // Who hears of bars; not owned, null for nobody. Main thread. When the call returns no bar
+    // event of the one before is running; it waits for that at most as long as one lasts.
+    void setCallback(Callback* listener);
+
+    // Plays the thump of a page: 110, 220 and 223 hertz at once. Main thread.
+    void playBom();
+
+    // Adds the sound of so many stereo frames (2 x frames floats, interleaved). Audio thread.
+    void process(float* output, std::int32_t frames);
+
+    // Replaces the pitches, for tools. No stream may run.
+    void setPitches(const PitchTable& table) { pitches = table; }
+
+    void stepReached(std::int32_t step, std::int32_t sampleOffset) override;
+
+private:
+    friend class Inspector;
+
+    static constexpr std::size_t pitchedTracks = 4;
+
+    AudioSingleton();
+
+    void loadPitches();
+    void reportBar();
+
+    SequencerCursor cursor;
+    std::array<PolyphonicSynth<SimpleSynth>, 5> synths;
+    std::array<std::shared_ptr<Synthesizer>, 4> drums;
+    std::array<std::array<SharedValue<std::int32_t>, steps>, tracks> notes;
+    PitchTable pitches = {}; // hertz
+    std::atomic<Callback*> callback = nullptr;
+    std::atomic<bool> inBar = false; // the audio thread may hold the callback
+};

@@ -1,0 +1,20 @@
+// SPDX-License-Identifier: Zlib
+#include "sound/PitchFile.h"
+
+#include <fstream>
+#include <sstream>
+
+static constexpr std::size_t longestLine = 255; // characters that count
+
+PitchTable readPitches(const std::string& path) {
+    PitchTable pitches = {};
+    std::ifstream file(path);
+    std::string line;
+    for (float& pitch : pitches) {
+        if (!std::getline(file, line)) break;
+        std::istringstream text(line.substr(0, longestLine));
+        float twice = 0;
+        if (text >> twice) pitch = twice * 0.5f;
+    }
+    return pitches;
+}

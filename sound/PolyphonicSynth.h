@@ -1,0 +1,46 @@
+// SPDX-License-Identifier: Zlib
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <string>
+
+#include "sound/PatchFile.h"
+
+// A bank of 32 voices that share one patch. A note goes to the free voice of the lowest index; if
+// there is none it is dropped, and no running note is ever cut. The sound owns the banks; a patch
+// is loaded before the stream starts, then render and noteOn run on the audio thread (noteOn also
+// on the main thread, for a bank that no track drives).
+template <typename Voice>
+class PolyphonicSynth {
+public:
+    void noteOn(float frequency, std::int32_t sampleOffset) {
+        for (Voice& voice : voices) {
+            if (voice.isActive()) continue;
+            voice.noteOn(frequency, sampleOffset);
+            return;
+        }
+    }
+
+    // Adds all voices, in order, to `frames` stereo frames (2 x frames floats, interleaved).
+    void render(float* output, std::int32_t frames) {
+        for (Voice& voice : voices) {
+            if (voice.isActive()) voice.render(output, frames);
+        }
+    }
+
+    // Reads a patch file into all voices. A file that does not fit prints a line, and the voices
+    // keep what they have.
+    void loadPatch(const std::string& path) {
+        const PatchFile file(path, voices[0].parameterCount());
+        for (const PatchFile::Value& value : file.getValues()) {
+            const std::string name = voices[0].parameterName(value.index);
+            for (Voice& voice : voices) voice.setParameter(name, value.number, true);
+        }
+    }
+
+private:
+    friend class Inspector;
+
+    std::array<Voice, 32> voices;
+};

@@ -1,0 +1,39 @@
+// SPDX-License-Identifier: Zlib
+#pragma once
+
+#include <cstdint>
+
+#include "game/SharedValue.h"
+
+// The clock of the music: it finds the sample on which each step begins. A bar has 16 steps and
+// lasts 2 seconds, nearly: position and step are single precision and rounded at every sample, and
+// the unevenness that follows is the music's timing. 44100 samples a second.
+class SequencerCursor {
+public:
+    class Callback {
+    public:
+        virtual ~Callback() = default;
+
+        // A step, 0 to 15, begins on a sample of the buffer. Audio thread.
+        virtual void stepReached(std::int32_t step, std::int32_t sampleOffset) = 0;
+    };
+
+    // Walks over a buffer of so many samples. Audio thread.
+    void process(std::int32_t frames);
+
+    // Goes back to just before step 0, which the next sample reaches. Any thread; a walk that runs
+    // at the same moment may overwrite it.
+    void rewind();
+
+    // Not owned; null for nobody. Before the stream starts.
+    void setCallback(Callback* listener) { callback = listener; }
+
+private:
+    friend class Inspector;
+
+    float increment() const; // steps a sample
+
+    SharedValue<float> position = 0.0f; // steps, 0 up to but not including 16
+    float tempo = 120;                  // beats a minute
+    Callback* callback = nullptr;
+};

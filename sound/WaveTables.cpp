@@ -1,0 +1,47 @@
+// SPDX-License-Identifier: Zlib
+#include "sound/WaveTables.h"
+
+#include <cmath>
+
+static constexpr float turn =
+    6.2831850f; // a full turn as these waves have it, not the nearest to 2 pi
+
+// The highest notes of all rows but the last, in hertz.
+static constexpr float rowLimits[] = {440, 660, 880, 1100, 1320, 1540};
+
+// Adds the sines of every stepth harmonic from 1 up to, and not including, end.
+static void addHarmonics(WaveTables::Row& row, int end, int step) {
+    for (int h = 1; h < end; h += step) {
+        const auto harmonic = static_cast<float>(h);
+        const float level = 1.0f / harmonic;
+        for (std::size_t n = 0; n < row.size(); ++n) {
+            const float place = static_cast<float>(n) / WaveTables::length;
+            const float angle = harmonic * place * turn;
+            // The double sine, rounded, is the same from every C library; a float one is not.
+            const auto sine = static_cast<float>(std::sin(static_cast<double>(angle)));
+            row[n] += sine * level * 0.5f;
+        }
+    }
+}
+
+WaveTables::WaveTables() {
+    int end = 128; // of the saw's harmonics in the richest row
+    for (std::size_t i = 0; i < sawRows; ++i, end /= 2) {
+        addHarmonics(rows[i], end, 1);
+        addHarmonics(rows[sawRows + i], 2 * end, 2);
+    }
+}
+
+const WaveTables& WaveTables::instance() {
+    static const WaveTables tables;
+    return tables;
+}
+
+std::size_t WaveTables::rowIndex(float frequency) {
+    std::size_t index = 0;
+    for (const float limit : rowLimits) {
+        if (!(frequency > limit)) break;
+        ++index;
+    }
+    return index;
+}
