@@ -1,0 +1,59 @@
+// SPDX-License-Identifier: Zlib
+#include "tools/replay/InputScript.h"
+
+#include <sstream>
+
+#include <gtest/gtest.h>
+
+// The presses before each frame up to the end, as text: "3:+left -right" and so on; or the failure.
+static std::string played(const std::string& text) {
+    InputScript script;
+    std::istringstream source(text);
+    std::string failure;
+    if (!script.read(source, failure)) return failure;
+    static const char* const names[] = {"up", "left", "right", "down", "action", "escape"};
+    std::string result;
+    for (std::uint32_t frame = 0; frame <= script.getEnd(); ++frame) {
+        std::string presses;
+        for (const InputScript::Press& press : script.pressesBefore(frame)) {
+            presses += (press.pressed ? " +" : " -") + std::string(names[press.key]);
+        }
+        if (!presses.empty()) result += std::to_string(frame) + ":" + presses + "\n";
+    }
+    return result + "end " + std::to_string(script.getEnd());
+}
+
+TEST(InputScript, DirectionsAreHeldUntilALineWithoutThem) {
+    EXPECT_EQ(played("0 left\n2 left up\n3 right\n5\n9 end"),
+              "0: +left\n2: +up\n3: -up -left +right\n5: -right\nend 9");
+    EXPECT_EQ(played("0 left\n1 left left\n2 end left\n"), "0: +left\nend 2");
+    EXPECT_EQ(played("1 down right left up\n2 end"),
+              "1: +up +left +right +down\n2: -up -left -right -down\nend 2");
+}
+
+TEST(InputScript, OtherKeysArePressedAndReleasedInTheirFrame) {
+    EXPECT_EQ(played("1 right action\n2 action right\n4 escape\n5 end"),
+              "1: +right +action -action\n2: +action -action\n4: -right +escape -escape\nend 5");
+}
+
+TEST(InputScript, CommentsEmptyLinesAndAllBlanksAreSkipped) {
+    EXPECT_EQ(played("# start\n\n  1\t left # left at first\r\n   \n2 end#5 up\n# done\n"),
+              "1: +left\n2: -left\nend 2");
+    EXPECT_EQ(played("0 end"), "end 0");
+    EXPECT_EQ(played("4294967294 \n4294967295 "), "the last line does not hold \"end\"");
+}
+
+TEST(InputScript, WhatIsNoScriptIsRefusedWithTheLine) {
+    EXPECT_EQ(played(""), "the last line does not hold \"end\"");
+    EXPECT_EQ(played("1 left\n\n"), "the last line does not hold \"end\"");
+    EXPECT_EQ(played("left"), "line 1: \"left\" is not the number of a frame");
+    EXPECT_EQ(played("-1 left"), "line 1: \"-1\" is not the number of a frame");
+    EXPECT_EQ(played("# x\n1x left"), "line 2: \"1x\" is not the number of a frame");
+    EXPECT_EQ(played("4294967296 up"), "line 1: \"4294967296\" is not the number of a frame");
+    EXPECT_EQ(played("1.5 end"), "line 1: \"1.5\" is not the number of a frame");
+    EXPECT_EQ(played("1 jump\n2 end"), "line 1: \"jump\" is not a key");
+    EXPECT_EQ(played("1 Left\n2 end"), "line 1: \"Left\" is not a key");
+    EXPECT_EQ(played("1 left\n1 right"), "line 2: frame 1 does not follow the one before");
+    EXPECT_EQ(played("2\n1 end"), "line 2: frame 1 does not follow the one before");
+    EXPECT_EQ(played("1 end\n2"), "line 2: frame 2 does not follow the one before");
+}
