@@ -46,8 +46,11 @@ Application::Application(const std::vector<std::string>& /*arguments*/) {
     const std::int32_t antialiasing = 0; // samples
 
     drawer = std::make_unique<OpenGLDrawer>(virtualWidth, virtualHeight);
-    drawer->createWindow(static_cast<std::uint16_t>(windowWidth),
-                         static_cast<std::uint16_t>(windowHeight), fullscreen, antialiasing);
+    const bool opened =
+        drawer->createWindow(static_cast<std::uint16_t>(windowWidth),
+                             static_cast<std::uint16_t>(windowHeight), fullscreen, antialiasing);
+    // The drawer's request to quit is lost: switching the joysticks' events on empties the queue.
+    if (!opened) quit();
     state = std::make_unique<GamePlay>(*this);
     openJoysticks();
     SDL_ShowCursor(SDL_DISABLE);
