@@ -78,14 +78,17 @@ void Application::loadGlyphs() {
 
 void Application::run() {
     loadGlyphs();
-    for (;;) {
-        handleEvents();
-        if (quitRequested) return;
-        pace();
-        drawer->beginFrame();
-        if (state) state->draw(*drawer);
-        drawer->endFrame();
-    }
+    while (runFrame()) {}
+}
+
+bool Application::runFrame() {
+    handleEvents();
+    if (quitRequested) return false;
+    pace();
+    drawer->beginFrame();
+    if (state) state->draw(*drawer);
+    drawer->endFrame();
+    return true;
 }
 
 void Application::handleEvents() {

@@ -42,6 +42,7 @@ private:
     // Start-up and frame (Application.cpp)
     void openJoysticks();
     void loadGlyphs();
+    bool runFrame(); // one pass of the main loop; false, and no frame, once quit was asked for
     void handleEvents();
     void handleEvent(const SDL_Event& event);
     void pace();
