@@ -3,6 +3,10 @@
 #include "game/GamePlay.h"
 #include "tools/Inspector.h"
 
+Drawer& Inspector::drawer(Application& application) {
+    return *application.drawer;
+}
+
 GameState* Inspector::state(Application& application) {
     return application.state.get();
 }

@@ -1,0 +1,97 @@
+// SPDX-License-Identifier: Zlib
+// The drawer where no window can be opened: it says so once, asks the program to end, and does
+// nothing from then on, whatever is called. Under the address sanitizer this also proves that the
+// pixels it is given are freed.
+#include <SDL.h>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <string>
+
+#include "drawing/OpenGLDrawer.h"
+
+class NoWindow : public testing::Test {
+protected:
+    void SetUp() override {
+        setenv("SDL_VIDEODRIVER", "dummy", 1);
+        ASSERT_EQ(SDL_Init(SDL_INIT_VIDEO), 0) << SDL_GetError();
+    }
+    void TearDown() override { SDL_Quit(); }
+
+    static PixelBuffer pixels() { return std::make_unique<std::uint8_t[]>(3 * 3 * 4); }
+};
+
+TEST_F(NoWindow, SaysSoInOneLineAndAsksTheProgramToEnd) {
+    for (const bool fullscreen : {false, true}) {
+        for (const std::int32_t samples : {0, 6}) {
+            OpenGLDrawer drawer(1280, 720);
+            testing::internal::CaptureStdout();
+            EXPECT_FALSE(drawer.createWindow(1280, 720, fullscreen, samples));
+            const std::string printed = testing::internal::GetCapturedStdout();
+            const std::string depth = "OpenGLDrawer: Display is 32bit.\n";
+            const std::string failure = "OpenGLDrawer: Could not open window: ";
+            EXPECT_EQ(printed.find(depth), 0u) << printed;
+            EXPECT_EQ(printed.find(failure), depth.size()) << "no retries in between: " << printed;
+            EXPECT_GT(printed.size(), depth.size() + failure.size() + 1) << "it tells the reason";
+            EXPECT_EQ(std::count(printed.begin(), printed.end(), '\n'), 2);
+
+            SDL_Event event;
+            int quits = 0;
+            while (SDL_PollEvent(&event)) quits += event.type == SDL_QUIT;
+            EXPECT_EQ(quits, 1);
+        }
+    }
+}
+
+TEST_F(NoWindow, EveryLaterOperationIsSafeAndGivesNothing) {
+    OpenGLDrawer drawer(1280, 720);
+    EXPECT_EQ(drawer.createTexture(pixels(), 3, 3), 0u) << "before createWindow already";
+    testing::internal::CaptureStdout();
+    drawer.createWindow(1280, 720, false, 0);
+    testing::internal::GetCapturedStdout();
+    drawer.resizeWindow(1024, 768);
+    EXPECT_EQ(drawer.createTexture(pixels(), 3, 3), 0u);
+    drawer.deleteTexture(1);
+    const float points[] = {0, 0, 9, 0, 0, 9};
+    EXPECT_EQ(drawer.createPolygon(points, 3), 0);
+    EXPECT_EQ(drawer.createShader("vertex", "fragment"), 0u);
+    EXPECT_EQ(drawer.createFont("MarsNeedsCunnilingus.ttf", 64), 0);
+    drawer.beginFrame();
+    drawer.setShaderParam(0, 1);
+    drawer.setSecondTexture(3);
+    for (int mode = 0; mode < 4; ++mode) drawer.setBlendMode(mode);
+    for (const std::uint32_t handle : {0u, 1u, 2u, 3u}) {
+        drawer.drawTexture(handle, 0, 0, 1, 1, 1, 1, 1, 1);
+        drawer.drawTextureRotated(handle, 0, 0, 30, 4, 4, 1, 1, 1, 1, 1, 1);
+        drawer.drawTextureRegion(handle, 0, 0, 0, 0, 1, 1, 1, 1, 1, 1, 1, 1);
+        drawer.drawPolygon(0, handle, 0, 0, 1, 1, 1, 1, 1, 1);
+        EXPECT_EQ(drawer.textureRecord(handle), nullptr);
+    }
+    for (const std::int32_t font : {-1, 0, 1}) {
+        drawer.drawText("Speed:", font, 0, 0, 100, 1, 1, 1, 1, 1);
+    }
+    drawer.drawGlyphText("GO!", 0, 0, 32, 1, 1, 1, 1);
+    drawer.drawLine(0, 0, 9, 9, 1, 1, 1, 1);
+    drawer.fillRect(0, 0, 9, 9, 1, 2, 3, 4);
+    drawer.fillGradient(0, 0, 9, 9, 1, 2, 3, 4, 5, 6, 7, 8);
+    drawer.drawTileQuad(0, 0, 0, 0, 0.123f, 0.123f, 4, 4, 1, 1, 1, 1);
+    drawer.translate(1, 2);
+    drawer.setViewport(0, 0, 100, 100);
+    drawer.resetViewport();
+    drawer.beginOffscreen();
+    drawer.endOffscreen();
+    drawer.setTextureFiltering(false);
+    drawer.setGlyphImage(0, pixels(), 3);
+    drawer.setGlyphImage(99, pixels(), 3);
+    drawer.endFrame();
+    EXPECT_EQ(drawer.offscreenTexture(), 0u);
+    EXPECT_FALSE(drawer.canSupport(0));
+    EXPECT_FALSE(drawer.canSupport(1));
+    drawer.shadersAvailable();
+    EXPECT_GE(drawer.viewportWidth() + drawer.viewportHeight(), 0);
+    EXPECT_EQ(drawer.viewportX() + drawer.viewportY(), 0);
+    const auto screen = drawer.readScreen();
+    ASSERT_NE(screen, nullptr);
+    EXPECT_EQ(screen[1024 * 768 * 3 - 1], 0) << "as large as the window would be";
+}
