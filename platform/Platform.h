@@ -8,7 +8,8 @@
 
 // The few services of the operating system that the game needs. There is one header and one
 // source file a platform, chosen by the build. No operation throws or prints; each may be called
-// from any thread, setEnvironment only before a second thread runs.
+// from any thread, but setEnvironment and QuietStandardError, which change the whole process, only
+// before a second thread of the game runs.
 class Platform {
 public:
     enum class PathKind { missing, unreachable, file, directory };
@@ -36,4 +37,17 @@ public:
 
     // Sets an environment variable for this process and its libraries.
     static void setEnvironment(const std::string& name, const std::string& value);
+
+    // While it lives, what anybody in this process writes to standard error goes nowhere; then
+    // standard error is again what it was. If the system cannot turn it away it stays as it is.
+    class QuietStandardError {
+    public:
+        QuietStandardError();
+        QuietStandardError(const QuietStandardError&) = delete;
+        QuietStandardError& operator=(const QuietStandardError&) = delete;
+        ~QuietStandardError();
+
+    private:
+        int kept = -1; // a second descriptor of what standard error was; -1: not turned away
+    };
 };

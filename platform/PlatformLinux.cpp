@@ -2,6 +2,7 @@
 #include "platform/Platform.h"
 
 #include <dirent.h>
+#include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -55,4 +56,22 @@ std::string Platform::environment(const std::string& name) {
 
 void Platform::setEnvironment(const std::string& name, const std::string& value) {
     setenv(name.c_str(), value.c_str(), 1);
+}
+
+Platform::QuietStandardError::QuietStandardError() {
+    const int copy = fcntl(STDERR_FILENO, F_DUPFD_CLOEXEC, STDERR_FILENO + 1);
+    if (copy < 0) return;
+    const int nowhere = open("/dev/null", O_WRONLY | O_CLOEXEC);
+    if (nowhere >= 0 && dup2(nowhere, STDERR_FILENO) >= 0) {
+        kept = copy;
+    } else {
+        close(copy);
+    }
+    if (nowhere >= 0) close(nowhere);
+}
+
+Platform::QuietStandardError::~QuietStandardError() {
+    if (kept < 0) return;
+    while (dup2(kept, STDERR_FILENO) < 0 && (errno == EINTR || errno == EBUSY)) {}
+    close(kept);
 }
