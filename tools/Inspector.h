@@ -1,14 +1,20 @@
 // SPDX-License-Identifier: Zlib
 #pragma once
 
+#include <cstdint>
+#include <functional>
+#include <map>
 #include <memory>
+#include <string>
 
 class Application;
 class CloudField;
 class Drawer;
 class GamePlay;
 class GameState;
+class LevelMap;
 class Player;
+struct HeldKeys;
 
 // The one friend of the game's classes: tools and tests look inside and set up situations with it.
 // The game itself never uses it. What concerns the runner is in InspectorPlayer.cpp and needs no
@@ -40,6 +46,16 @@ public:
     static Drawer& drawer(Application& application);
     static GameState* state(Application& application);
     static void setState(Application& application, std::unique_ptr<GameState> state);
+    static bool runFrame(Application& application);
+    static void setWindowSize(Application& application, std::int32_t width, std::int32_t height);
+    static void bind(Application& application, const std::string& action, std::int32_t inputCode);
+    static const std::map<std::int32_t, std::string>& bindings(const Application& application);
+
     static Player& player(GamePlay& play);
     static bool isFinished(const GamePlay& play);
+    static const HeldKeys& heldKeys(const GamePlay& play);
+    static float vortexSize(const GamePlay& play);
+    static const LevelMap& level(const GamePlay& play);
+    // Puts another level in the place of the one that was loaded; the runner stays where it is.
+    static void setLevel(GamePlay& play, const std::function<LevelMap()>& make);
 };

@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: Zlib
+#include <new>
+
 #include "app/Application.h"
 #include "game/GamePlay.h"
 #include "tools/Inspector.h"
@@ -15,10 +17,45 @@ void Inspector::setState(Application& application, std::unique_ptr<GameState> st
     application.state = std::move(state);
 }
 
+bool Inspector::runFrame(Application& application) {
+    return application.runFrame();
+}
+
+void Inspector::setWindowSize(Application& application, std::int32_t width, std::int32_t height) {
+    application.windowWidth = width;
+    application.windowHeight = height;
+}
+
+void Inspector::bind(Application& application, const std::string& action, std::int32_t inputCode) {
+    application.bind(action, inputCode);
+}
+
+const std::map<std::int32_t, std::string>& Inspector::bindings(const Application& application) {
+    return application.bindings;
+}
+
 Player& Inspector::player(GamePlay& play) {
     return play.player;
 }
 
 bool Inspector::isFinished(const GamePlay& play) {
     return play.finished;
+}
+
+const HeldKeys& Inspector::heldKeys(const GamePlay& play) {
+    return play.heldKeys;
+}
+
+float Inspector::vortexSize(const GamePlay& play) {
+    return play.vortex.getSize();
+}
+
+const LevelMap& Inspector::level(const GamePlay& play) {
+    return play.map;
+}
+
+void Inspector::setLevel(GamePlay& play, const std::function<LevelMap()>& make) {
+    // A level can be neither copied nor moved, so the new one is built where the old one was.
+    play.map.~LevelMap();
+    new (&play.map) LevelMap(make());
 }

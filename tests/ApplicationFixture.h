@@ -1,0 +1,95 @@
+// SPDX-License-Identifier: Zlib
+#pragma once
+
+#include <SDL.h>
+#include <gtest/gtest.h>
+
+#include <initializer_list>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "app/Application.h"
+#include "app/GameState.h"
+#include "bench/GlStandIn.h"
+#include "tools/Inspector.h"
+
+// The real application on a window that is none, with a screen that writes down what it hears.
+class ApplicationFixture : public testing::Test {
+protected:
+    using Log = std::vector<std::string>;
+
+    class Recorder : public GameState {
+    public:
+        Recorder(Application& owner, Log& heard) : GameState(owner), log(heard) {}
+
+        void draw(Drawer&) override { log.push_back("draw"); }
+        void keyPressed(const std::string& action, const SDL_keysym* key) override {
+            log.push_back("pressed " + action + (key ? "" : " button"));
+            if (action == "Escape") quit();
+        }
+        void keyReleased(const std::string& action, const SDL_keysym* key) override {
+            log.push_back("released " + action + (key ? "" : " button"));
+        }
+        void mouseDown(std::int32_t button, std::int32_t x, std::int32_t y) override {
+            log.push_back("down" + list({button, x, y}));
+        }
+        void mouseUp(std::int32_t button, std::int32_t x, std::int32_t y) override {
+            log.push_back("up" + list({button, x, y}));
+        }
+        void mouseMoved(std::int32_t x, std::int32_t y) override {
+            log.push_back("moved" + list({x, y}));
+        }
+        void mouseWheel(std::int32_t direction) override {
+            log.push_back("wheel" + list({direction}));
+        }
+        void joystickAxis(const std::string& action, float magnitude, std::int32_t joystick,
+                          std::int32_t direction) override {
+            log.push_back("axis " + action + list({joystick, direction}) + " " +
+                          std::to_string(magnitude));
+        }
+        std::string getName() const override { return "Recorder"; }
+
+    protected:
+        static std::string list(std::initializer_list<std::int32_t> numbers) {
+            std::string text;
+            for (const std::int32_t number : numbers)
+                text.append(" ").append(std::to_string(number));
+            return text;
+        }
+
+        Log& log;
+    };
+
+    void SetUp() override {
+        GlStandIn::start();
+        testing::internal::CaptureStdout(); // the drawer's report
+        application = std::make_unique<Application>(std::vector<std::string>());
+        testing::internal::GetCapturedStdout();
+        Inspector::setState(*application, std::make_unique<Recorder>(*application, log));
+    }
+
+    static void push(SDL_Event event) { ASSERT_EQ(SDL_PushEvent(&event), 0); }
+    static void pushKey(Uint8 type, SDLKey symbol) {
+        SDL_Event event = {};
+        event.type = type;
+        event.key.keysym.sym = symbol;
+        push(event);
+    }
+    static void pushQuit() {
+        SDL_Event event = {};
+        event.type = SDL_QUIT;
+        push(event);
+    }
+
+    // One pass of the main loop, and what the screen heard in it.
+    Log heardInFrame() {
+        log.clear();
+        runFrame();
+        return log;
+    }
+    bool runFrame() { return Inspector::runFrame(*application); }
+
+    Log log;
+    std::unique_ptr<Application> application;
+};

@@ -1,0 +1,240 @@
+// SPDX-License-Identifier: Zlib
+// The main loop: which events reach the screen, when frames are drawn, and how screens change.
+#include "game/GamePlay.h"
+#include "game/Noise.h"
+#include "tests/ApplicationFixture.h"
+
+class MainLoop : public ApplicationFixture {
+protected:
+    static void pushMotion(Uint16 x, Uint16 y) {
+        SDL_Event event = {};
+        event.type = SDL_MOUSEMOTION;
+        event.motion.x = x;
+        event.motion.y = y;
+        push(event);
+    }
+    static void pushButton(Uint8 type, Uint8 button, Uint16 x, Uint16 y) {
+        SDL_Event event = {};
+        event.type = type;
+        event.button.button = button;
+        event.button.x = x;
+        event.button.y = y;
+        push(event);
+    }
+    void setWindow(std::int32_t width, std::int32_t height) {
+        Inspector::setWindowSize(*application, width, height);
+    }
+};
+
+TEST_F(MainLoop, StartsWithThePlayInAWindowOfItsSize) {
+    Application fresh({});
+    EXPECT_EQ(Inspector::state(fresh)->getName(), "GamePlay");
+    EXPECT_EQ(SDL_ShowCursor(SDL_QUERY), SDL_DISABLE);
+    char* title = nullptr;
+    SDL_WM_GetCaption(&title, nullptr);
+    EXPECT_STREQ(title, "Tarnwick Episode");
+}
+
+TEST_F(MainLoop, MousePlacesAreScaledToUnitsAndCutToWholeOnes) {
+    setWindow(800, 600);
+    pushMotion(400, 300);
+    pushMotion(799, 195); // 1278.4, and 233.99999 in the game's floats
+    pushButton(SDL_MOUSEBUTTONDOWN, SDL_BUTTON_LEFT, 400, 300);
+    pushButton(SDL_MOUSEBUTTONUP, SDL_BUTTON_RIGHT, 1, 599);
+    EXPECT_EQ(heardInFrame(),
+              (Log{"moved 640 360", "moved 1278 233", "down 1 640 360", "up 3 1 718", "draw"}));
+}
+
+TEST_F(MainLoop, TheWheelTurnsOnPressAndIsAButtonOnRelease) {
+    for (const Uint8 button : {Uint8{SDL_BUTTON_WHEELUP}, Uint8{SDL_BUTTON_WHEELDOWN}}) {
+        pushButton(SDL_MOUSEBUTTONDOWN, button, 640, 360);
+        pushButton(SDL_MOUSEBUTTONUP, button, 640, 360);
+    }
+    EXPECT_EQ(heardInFrame(), (Log{"wheel 0", "up 4 640 360", "wheel 1", "up 5 640 360", "draw"}));
+}
+
+TEST_F(MainLoop, AWindowWithoutASizeGivesAPlaceAllTheSame) {
+    setWindow(0, 0);
+    pushMotion(0, 0);
+    pushMotion(100, 65535);
+    EXPECT_EQ(heardInFrame(), (Log{"moved 0 0", "moved 0 0", "draw"}));
+}
+
+TEST_F(MainLoop, EventsThatNobodyReadsAreDropped) {
+    for (const Uint8 type : {SDL_ACTIVEEVENT, SDL_VIDEORESIZE, SDL_VIDEOEXPOSE, SDL_JOYHATMOTION,
+                             SDL_JOYBALLMOTION, SDL_USEREVENT}) {
+        SDL_Event event = {};
+        event.type = type;
+        push(event);
+    }
+    EXPECT_EQ(heardInFrame(), Log{"draw"});
+}
+
+TEST_F(MainLoop, QuitEndsTheLoopBeforeTheNextFrameButNotBeforeTheEventsThatWait) {
+    pushKey(SDL_KEYDOWN, SDLK_ESCAPE);
+    pushQuit();
+    pushKey(SDL_KEYDOWN, SDLK_UP);
+    const std::uint32_t shown = GlStandIn::swaps;
+    application->run();
+    EXPECT_EQ(log, (Log{"pressed Escape", "pressed P1Up"}));
+    EXPECT_EQ(GlStandIn::swaps, shown);
+}
+
+TEST_F(MainLoop, EscapeAloneAndTheClosedWindowAloneEndIt) {
+    EXPECT_TRUE(runFrame());
+    pushQuit();
+    EXPECT_FALSE(runFrame());
+
+    application.reset();
+    SetUp();
+    pushKey(SDL_KEYDOWN, SDLK_ESCAPE);
+    EXPECT_FALSE(runFrame());
+}
+
+TEST_F(MainLoop, WithoutAScreenAllInputIsDroppedAndFramesGoOn) {
+    Inspector::setState(*application, nullptr);
+    pushKey(SDL_KEYDOWN, SDLK_UP);
+    pushKey(SDL_KEYUP, SDLK_UP);
+    pushMotion(1, 1);
+    pushButton(SDL_MOUSEBUTTONDOWN, SDL_BUTTON_WHEELUP, 1, 1);
+    pushButton(SDL_MOUSEBUTTONDOWN, SDL_BUTTON_LEFT, 1, 1);
+    pushButton(SDL_MOUSEBUTTONUP, SDL_BUTTON_LEFT, 1, 1);
+    for (const Uint8 type : {SDL_JOYAXISMOTION, SDL_JOYBUTTONDOWN, SDL_JOYBUTTONUP}) {
+        SDL_Event event = {};
+        event.type = type;
+        push(event);
+    }
+    const std::uint32_t shown = GlStandIn::swaps;
+    EXPECT_TRUE(runFrame());
+    EXPECT_EQ(GlStandIn::swaps, shown + 1);
+}
+
+// --- the distance of frames
+
+class Pacing : public ApplicationFixture {
+protected:
+    void SetUp() override {
+        ApplicationFixture::SetUp();
+        GlStandIn::waits.clear();
+    }
+
+    // The wait of a frame that begins so many ms after the last one; -1 if it does not wait.
+    int waitAfter(std::uint32_t gap) {
+        GlStandIn::clock += gap;
+        GlStandIn::waits.clear();
+        runFrame();
+        EXPECT_LE(GlStandIn::waits.size(), 1u);
+        return GlStandIn::waits.empty() ? -1 : static_cast<int>(GlStandIn::waits[0]);
+    }
+};
+
+TEST_F(Pacing, FramesAreHeldFifteenMillisecondsApart) {
+    EXPECT_EQ(waitAfter(0), -1) << "the first frame of all";
+    EXPECT_EQ(waitAfter(0), 15);
+    EXPECT_EQ(waitAfter(1), 14);
+    EXPECT_EQ(waitAfter(14), 1);
+    EXPECT_EQ(waitAfter(15), -1);
+    EXPECT_EQ(waitAfter(16), -1);
+    EXPECT_EQ(waitAfter(14), 1);
+    EXPECT_EQ(waitAfter(100000), -1) << "a slow frame is not caught up with";
+    EXPECT_EQ(waitAfter(0), 15);
+}
+
+TEST_F(Pacing, AQuickMachineStaysAtOneSpeed) {
+    waitAfter(0);
+    const std::uint32_t start = GlStandIn::clock;
+    for (int frame = 0; frame < 100; ++frame) waitAfter(frame % 3);
+    EXPECT_EQ(GlStandIn::clock - start, 1500u);
+}
+
+TEST_F(Pacing, TheClockMayWrap) {
+    GlStandIn::clock = 0xFFFFFFF8; // 8 ms before it starts again
+    waitAfter(0);
+    EXPECT_EQ(waitAfter(10), 5);
+    EXPECT_EQ(GlStandIn::clock, 7u);
+    EXPECT_EQ(waitAfter(14), 1);
+    EXPECT_EQ(waitAfter(30), -1);
+}
+
+// --- changes of the screen
+
+class StateChange : public ApplicationFixture {
+protected:
+    // Asks for another screen, with texts of its own, when it is drawn or a key is pressed.
+    class Leaving : public Recorder {
+    public:
+        Leaving(Application& owner, Log& heard, std::string wanted, bool onDraw)
+            : Recorder(owner, heard), name(std::move(wanted)), leavesOnDraw(onDraw) {}
+        ~Leaving() override { log.push_back("gone, seed " + std::to_string(noiseSeed())); }
+
+        void draw(Drawer& drawer) override {
+            Recorder::draw(drawer);
+            if (leavesOnDraw) changeState(name, name);
+        }
+        void keyPressed(const std::string& action, const SDL_keysym* key) override {
+            Recorder::keyPressed(action, key);
+            changeState(name, name);
+        }
+
+    private:
+        std::string name;
+        bool leavesOnDraw;
+    };
+
+    void enter(const std::string& wanted, bool onDraw) {
+        Inspector::setState(*application,
+                            std::make_unique<Leaving>(*application, log, wanted, onDraw));
+        log.clear();
+        noiseSeed() = 5000; // the play's clouds use it up as it is built
+    }
+    GamePlay* play() { return dynamic_cast<GamePlay*>(Inspector::state(*application)); }
+};
+
+TEST_F(StateChange, OnAnEventTheRestOfTheEventsAndTheFrameAreTheNewScreens) {
+    enter("GamePlay", false);
+    pushKey(SDL_KEYDOWN, SDLK_LEFT);
+    pushKey(SDL_KEYDOWN, SDLK_UP);
+    const std::uint64_t calls = GlStandIn::calls;
+    EXPECT_TRUE(runFrame());
+    EXPECT_EQ(log, (Log{"pressed P1Left", "gone, seed 5000"})) << "gone before the new one is made";
+    EXPECT_GT(GlStandIn::calls, calls + 100) << "the play was drawn";
+    ASSERT_NE(play(), nullptr);
+    EXPECT_FALSE(Inspector::heldKeys(*play()).left);
+    EXPECT_TRUE(Inspector::heldKeys(*play()).up);
+}
+
+TEST_F(StateChange, InDrawingTheFrameIsFinishedAndTheNewScreenComesWithTheNext) {
+    enter("GamePlay", true);
+    const std::uint64_t calls = GlStandIn::calls;
+    const std::uint32_t shown = GlStandIn::swaps;
+    EXPECT_TRUE(runFrame());
+    EXPECT_EQ(log, (Log{"draw", "gone, seed 5000"}));
+    EXPECT_EQ(GlStandIn::swaps, shown + 1);
+    EXPECT_LT(GlStandIn::calls, calls + 10) << "the play was not drawn yet";
+    ASSERT_NE(play(), nullptr);
+    EXPECT_TRUE(runFrame());
+    EXPECT_GT(GlStandIn::calls, calls + 100);
+}
+
+TEST_F(StateChange, ANameThatIsNotKnownToTheLetterChangesNothing) {
+    for (const char* name : {"", "gameplay", "GamePlay ", " GamePlay", "GamePla", "Recorder"}) {
+        enter(name, true);
+        const GameState* before = Inspector::state(*application);
+        testing::internal::CaptureStdout();
+        EXPECT_TRUE(runFrame());
+        EXPECT_EQ(testing::internal::GetCapturedStdout(), "");
+        EXPECT_EQ(Inspector::state(*application), before) << name;
+        EXPECT_EQ(log, Log{"draw"}) << name;
+    }
+}
+
+TEST_F(StateChange, ItWorksWithoutACurrentScreenAndFromThePlayItself) {
+    Inspector::setState(*application, nullptr);
+    application->changeState("GamePlay", "");
+    ASSERT_NE(play(), nullptr);
+    Inspector::player(*play()).requestKick();
+    runFrame();
+    application->changeState("GamePlay", "");
+    ASSERT_NE(play(), nullptr);
+    EXPECT_EQ(Inspector::motion(Inspector::player(*play())).vy, 0) << "a new one";
+}

@@ -1,0 +1,319 @@
+// SPDX-License-Identifier: Zlib
+// The play as a whole: the goal, the keys, and what is painted in which order.
+#include <algorithm>
+#include <cmath>
+#include <ostream>
+
+#include "drawing/OpenGLDrawer.h"
+#include "game/GamePlay.h"
+#include "game/Noise.h"
+#include "tests/ApplicationFixture.h"
+#include "tests/DrawnGrid.h"
+
+static constexpr float floorRow = 8; // the runner's row when it stands in the hall
+static const std::string hall = R"(
+##################################################
+#................................................#
+#................................................#
+#................................................#
+#................................................#
+#................................................#
+#................................................#
+#................................................#
+#................................................#
+##################################################
+)";
+
+// Writes down what is painted, textures by the size of their picture. It paints on no window.
+class RecordingDrawer : public OpenGLDrawer {
+public:
+    RecordingDrawer() : OpenGLDrawer(1280, 720) { createWindow(1280, 720, false, 0); }
+
+    void setBlendMode(int mode) override { write("blend", {static_cast<float>(mode)}); }
+    void drawTexture(std::uint32_t handle, float x, float y, float scaleX, float scaleY, float r,
+                     float g, float b, float a) override {
+        write(pictureOf(handle), {x, y, scaleX, scaleY, r, g, b, a});
+    }
+    void drawTextureRotated(std::uint32_t handle, float x, float y, float, float, float, float,
+                            float, float, float, float, float) override {
+        write("turned " + pictureOf(handle), {x, y});
+    }
+    void drawText(const std::string& text, std::int32_t font, float x, float y, float wrapWidth,
+                  float scale, float r, float g, float b, float a) override {
+        write("text " + text, {static_cast<float>(font), x, y, wrapWidth, scale, r, g, b, a});
+    }
+    void fillRect(float x, float y, float w, float h, std::uint8_t r, std::uint8_t g,
+                  std::uint8_t b, std::uint8_t a) override {
+        write("rect", {x, y, w, h, float(r), float(g), float(b), float(a)});
+    }
+    void fillGradient(float x, float y, float w, float h, std::uint8_t r1, std::uint8_t g1,
+                      std::uint8_t b1, std::uint8_t a1, std::uint8_t r2, std::uint8_t g2,
+                      std::uint8_t b2, std::uint8_t a2) override {
+        write("gradient", {x, y, w, h, float(r1), float(g1), float(b1), float(a1), float(r2),
+                           float(g2), float(b2), float(a2)});
+    }
+
+    struct Call {
+        std::string name;
+        std::vector<float> numbers;
+
+        bool operator==(const Call&) const = default;
+    };
+    std::vector<Call> calls;
+
+private:
+    std::string pictureOf(std::uint32_t handle) const {
+        const TextureRecord* record = textureRecord(handle);
+        if (!record) return "nothing";
+        return std::to_string(record->width) + "x" + std::to_string(record->height);
+    }
+    void write(const std::string& name, std::initializer_list<float> numbers) {
+        calls.push_back({name, numbers});
+    }
+};
+
+static std::ostream& operator<<(std::ostream& out, const RecordingDrawer::Call& call) {
+    out << call.name;
+    for (const float number : call.numbers) out << " " << number;
+    return out;
+}
+
+class Play : public ApplicationFixture {
+protected:
+    using Call = RecordingDrawer::Call;
+    using Motion = Inspector::Motion;
+
+    // Handles of textures outlive the screens, so all tests share one drawer, as in the game.
+    static RecordingDrawer& drawer() {
+        static RecordingDrawer only;
+        return only;
+    }
+
+    void SetUp() override {
+        ApplicationFixture::SetUp();
+        noiseSeed() = 1;
+        auto made = std::make_unique<GamePlay>(*application);
+        play = made.get();
+        Inspector::setState(*application, std::move(made));
+        testing::internal::CaptureStdout();
+        drawer();
+        testing::internal::GetCapturedStdout();
+    }
+
+    void enterHall(const Motion& motion) {
+        Inspector::setLevel(*play, [] { return drawnGrid(hall); });
+        Inspector::setMotion(player(), motion);
+    }
+    // In a kick that reaches the goal in the next frame, in the air.
+    void enterHallAtTheGoal() { enterHall({10.25f, 4.5f, 1.6f, -0.25f, true, true, true}); }
+
+    const std::vector<Call>& draw() {
+        drawer().calls.clear();
+        play->draw(drawer());
+        return drawer().calls;
+    }
+    static long count(const std::vector<Call>& calls, const std::string& name) {
+        return std::count_if(calls.begin(), calls.end(),
+                             [&](const Call& call) { return call.name == name; });
+    }
+
+    Player& player() { return Inspector::player(*play); }
+    Motion motion() { return Inspector::motion(player()); }
+    bool isFinished() const { return Inspector::isFinished(*play); }
+    void press(const std::string& action) { play->keyPressed(action, nullptr); }
+    void release(const std::string& action) { play->keyReleased(action, nullptr); }
+    std::string held() const {
+        const HeldKeys& keys = Inspector::heldKeys(*play);
+        return std::string(keys.up ? "U" : "") + (keys.left ? "L" : "") + (keys.right ? "R" : "") +
+               (keys.down ? "D" : "");
+    }
+
+    GamePlay* play = nullptr;
+};
+
+// --- what is painted
+
+TEST_F(Play, PaintsFromTheBackToTheFront) {
+    enterHall({10.25f, 4.5f, 0, 0, false, true, true});
+    Log order; // repetitions left out
+    for (const Call& call : draw()) {
+        if (order.empty() || order.back() != call.name) order.push_back(call.name);
+    }
+    EXPECT_EQ(order, (Log{"gradient", "blend", "1024x1024", "blend", "132x68", "36x36",
+                          "turned 16x16", "32x32", "text Speed:", "text 88mph", "rect"}));
+    EXPECT_EQ(drawer().calls[0],
+              (Call{"gradient", {0, 0, 1280, 720, 112, 96, 128, 255, 255, 255, 255, 255}}));
+    EXPECT_EQ(drawer().calls[1], (Call{"blend", {1}}));
+    EXPECT_EQ(drawer().calls[2], (Call{"1024x1024", {0, 0, 1.25f, 1.25f, 1, 1, 1, 0.5f}}));
+    EXPECT_EQ(drawer().calls[3], (Call{"blend", {0}}));
+}
+
+TEST_F(Play, TheBarShowsTheSpeedOfAKickAgainstTheMark) {
+    for (const bool kicking : {true, false}) {
+        enterHall({10.25f, floorRow, 0.75f, 0, kicking, false, true});
+        press("P1Right"); // against friction
+        const std::vector<Call>& calls = draw();
+        ASSERT_GE(calls.size(), 6u);
+        const float font = calls[calls.size() - 6].numbers[0];
+        EXPECT_GE(font, 1) << "a font of its own";
+        const float bar = kicking ? 225.0f : 0.0f;
+        const std::vector<Call> expected = {
+            {"text Speed:", {font, 384, 40, 1024, 1, 1, 1, 1, 1}},
+            {"text 88mph", {font, 1024, 112, 512, 1, 1, 1, 1, 1}},
+            {"rect", {640, 32, 608, 64, 255, 255, 255, 255}},
+            {"rect", {644, 36, 600, 56, 0, 0, 0, 255}},
+            {"rect", {648, 40, bar, 48, 255, 0, 0, 255}},
+            {"rect", {1098, 28, 8, 72, 255, 255, 255, 255}},
+        };
+        EXPECT_EQ(std::vector<Call>(calls.end() - 6, calls.end()), expected);
+    }
+}
+
+TEST_F(Play, TheCameraHoldsTheRunnersTileInPlace) {
+    // The outline stands out by 4 units around the tile under the runner.
+    for (const auto& [x, outlineX] : {std::pair(10.0f, 604.0f), std::pair(10.25f, 588.0f)}) {
+        enterHall({x, floorRow, 0, 0, false, false, true});
+        const std::vector<Call>& calls = draw();
+        EXPECT_EQ(std::count(calls.begin(), calls.end(),
+                             Call{"36x36", {outlineX, 540, 2, 2, 1, 1, 1, 1}}),
+                  1);
+    }
+}
+
+TEST_F(Play, AStarIsLaidInTheAirOnly) {
+    enterHall({10.25f, floorRow, 0, 0, false, false, true});
+    EXPECT_EQ(count(draw(), "turned 16x16"), 0);
+    press("Action");
+    draw(); // leaves the ground
+    EXPECT_GE(count(draw(), "turned 16x16"), 1);
+}
+
+// --- the goal
+
+TEST_F(Play, TheGoalIsOneAndAHalfTilesAFrameInAKickAndNothingElse) {
+    const float justBelow = std::nextafter(1.5f, 0.0f);
+    press("P1Right"); // against friction
+    enterHall({10.25f, floorRow, justBelow, 0, true, false, true});
+    draw();
+    EXPECT_FALSE(isFinished());
+    enterHall({10.25f, floorRow, 1.5f, 0, false, false, true});
+    draw();
+    EXPECT_FALSE(isFinished()) << "outside a kick";
+    enterHall({10.25f, 2.25f, 1.0f, 1.4f, true, true, true});
+    draw();
+    EXPECT_TRUE(isFinished()) << "downward counts too";
+}
+
+TEST_F(Play, TheGoalIsMetInTheFrameThatReachesIt) {
+    press("P1Right");
+    enterHall({10.25f, floorRow, 1.5f, 0, true, false, true});
+    const std::vector<Call>& calls = draw();
+    EXPECT_TRUE(isFinished());
+    EXPECT_EQ(motion().x, 11.75f) << "the step itself still counts";
+    EXPECT_EQ(calls[calls.size() - 6].numbers[2], 450) << "the bar ends at the mark";
+    EXPECT_EQ(count(calls, "turned 8x8"), 4) << "the vortex, over all else";
+    EXPECT_EQ(calls.back().name, "turned 8x8");
+    EXPECT_EQ(count(calls, "turned 32x32"), 1) << "the runner spins already";
+}
+
+TEST_F(Play, AfterTheGoalTheRunnerRestsAndTheKeysDoNot) {
+    enterHallAtTheGoal();
+    EXPECT_EQ(count(draw(), "turned 16x16"), 1) << "the star of this frame is still laid";
+    ASSERT_TRUE(isFinished());
+    const Motion atGoal = motion();
+    press("P1Left");
+    press("P1Down");
+    press("Action");
+    for (int frame = 0; frame < 5; ++frame) {
+        const std::vector<Call>& calls = draw();
+        EXPECT_EQ(count(calls, "turned 16x16"), 1) << "no further one";
+        const Call& bar = calls[calls.size() - 6];
+        EXPECT_EQ(bar.numbers[2], player().kickSpeed() * 300) << "it stays where it was";
+    }
+    EXPECT_EQ(motion().x, atGoal.x);
+    EXPECT_EQ(motion().y, atGoal.y);
+    EXPECT_EQ(motion().vx, atGoal.vx);
+    EXPECT_TRUE(motion().kicking);
+    EXPECT_EQ(held(), "LD");
+}
+
+TEST_F(Play, TheEpilogueIsAskedForInThe201stDrawingOfTheVortex) {
+    enterHallAtTheGoal();
+    int drawings = 0;
+    // Where the application knows the next screen, the play is gone then.
+    const auto isOver = [this] {
+        return Inspector::state(*application) != play || Inspector::vortexSize(*play) >= 1;
+    };
+    for (; drawings < 300 && !isOver(); ++drawings) draw();
+    EXPECT_EQ(drawings, 201);
+}
+
+// --- keys
+
+TEST_F(Play, DirectionKeysAreHeldUntilTheyAreReleased) {
+    const std::pair<const char*, const char*> keys[] = {
+        {"P1Up", "U"}, {"P1Left", "L"}, {"P1Right", "R"}, {"P1Down", "D"}};
+    for (const auto& [action, sign] : keys) {
+        release(action);
+        EXPECT_EQ(held(), "") << "a release without a press does no harm";
+        press(action);
+        EXPECT_EQ(held(), sign);
+        press(action);
+        release(action);
+        EXPECT_EQ(held(), "");
+    }
+    press("P1Left");
+    press("P1Right");
+    for (const char* other : {"", "p1left", "P1Left ", "Action", "Up"}) release(other);
+    EXPECT_EQ(held(), "LR");
+    EXPECT_TRUE(runFrame()) << "none of them quits";
+}
+
+TEST_F(Play, AnActionIsKeptThoughItsKeyIsReleased) {
+    enterHall({10.25f, floorRow, 0, 0, false, false, true});
+    press("Action");
+    release("Action");
+    draw();
+    EXPECT_LT(motion().vy, 0);
+}
+
+TEST_F(Play, EscapeEndsTheProgramBeforeTheGoalAndAfterIt) {
+    press("Escape");
+    EXPECT_FALSE(runFrame());
+
+    SetUp();
+    enterHallAtTheGoal();
+    draw();
+    ASSERT_TRUE(isFinished());
+    press("Escape");
+    EXPECT_FALSE(runFrame());
+}
+
+// --- levels
+
+TEST_F(Play, BeginsInTheOpenOfTheShippedLevel) {
+    const LevelMap& level = Inspector::level(*play);
+    EXPECT_GE(level.getWidth(), 62u);
+    EXPECT_GE(level.getHeight(), 986u);
+    EXPECT_EQ(level.at(60, 984), LevelMap::empty);
+    EXPECT_EQ(motion().x, 60);
+    EXPECT_EQ(motion().y, 984);
+    for (int frame = 0; frame < 100; ++frame) draw();
+    EXPECT_EQ(motion().x, 60) << "the runner waits for its keys";
+    EXPECT_NE(level.at(60, static_cast<int>(motion().y) + 1), LevelMap::empty) << "on the ground";
+    EXPECT_FALSE(isFinished());
+}
+
+TEST_F(Play, WithoutALevelTheRunnerStandsStillInRock) {
+    Inspector::setLevel(*play, [] { return LevelMap(LoadedImage()); });
+    press("P1Right");
+    for (int frame = 0; frame < 50; ++frame) {
+        press("Action");
+        EXPECT_EQ(count(draw(), "36x36"), 0) << "there is no rock to paint";
+    }
+    EXPECT_EQ(motion().x, 60);
+    EXPECT_EQ(motion().y, 984);
+    EXPECT_FALSE(isFinished());
+    press("Escape");
+    EXPECT_FALSE(runFrame());
+}

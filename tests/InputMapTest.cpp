@@ -1,0 +1,130 @@
+// SPDX-License-Identifier: Zlib
+// From keys and joysticks to the program's own codes, and from codes to actions.
+#include <map>
+
+#include "app/InputCodes.h"
+#include "tests/ApplicationFixture.h"
+
+TEST(InputCodes, EveryKeyOfTheKeyboardHasItsCodeOrNone) {
+    std::map<int, int> codes = {
+        {SDLK_TAB, 37},      {SDLK_RSHIFT, 38}, {SDLK_LSHIFT, 38}, {SDLK_RCTRL, 39},
+        {SDLK_LCTRL, 39},    {SDLK_RALT, 40},   {SDLK_LALT, 40},   {SDLK_SPACE, 41},
+        {SDLK_RETURN, 42},   {SDLK_UP, 43},     {SDLK_LEFT, 44},   {SDLK_RIGHT, 45},
+        {SDLK_DOWN, 46},     {SDLK_HOME, 47},   {SDLK_END, 48},    {SDLK_PAGEUP, 49},
+        {SDLK_PAGEDOWN, 50}, {SDLK_MINUS, 61},  {SDLK_EQUALS, 62}, {SDLK_BACKSPACE, 63},
+        {SDLK_DELETE, 64},   {SDLK_ESCAPE, 65}, {SDLK_COMMA, 66},  {SDLK_PERIOD, 67},
+    };
+    const std::string letters = "abcdefghijklmnopqrstuvwxyz";
+    const std::string digits = "0123456789";
+    for (std::size_t i = 0; i < letters.size(); ++i) codes[letters[i]] = 1 + static_cast<int>(i);
+    for (int i = 0; i < 10; ++i) {
+        codes[digits[static_cast<std::size_t>(i)]] = 27 + i;
+        codes[SDLK_KP0 + i] = 51 + i;
+    }
+    for (int key = SDLK_FIRST; key <= SDLK_LAST; ++key) {
+        const auto known = codes.find(key);
+        EXPECT_EQ(inputCodeForKey(static_cast<SDLKey>(key)),
+                  known == codes.end() ? 0 : known->second)
+            << "key " << key;
+    }
+}
+
+TEST(InputCodes, JoysticksHaveBlocksOfTwentyAndShareOneCodeFromTheFifthOn) {
+    EXPECT_EQ(inputCodeForJoystick(0, 0), 68);
+    EXPECT_EQ(inputCodeForJoystick(1, 3), 91);
+    EXPECT_EQ(inputCodeForJoystick(3, 19), 147);
+    EXPECT_EQ(inputCodeForJoystick(0, 4 + 16), inputCodeForJoystick(1, 0))
+        << "button 16 lies in the next joystick's block";
+    for (const int joystick : {4, 5, 255, -1}) {
+        EXPECT_EQ(inputCodeForJoystick(joystick, 0), 78);
+        EXPECT_EQ(inputCodeForJoystick(joystick, 9), 78);
+    }
+}
+
+TEST(InputCodes, AxesPickTheirDirectionByTheSignAlone) {
+    const int below[] = {3, 0, 5, 9, 6, 0, 0};
+    const int above[] = {1, 2, 4, 7, 8, 0, 0};
+    for (int axis = 0; axis < 7; ++axis) {
+        EXPECT_EQ(directionOfAxis(axis, -1 / 32768.0f), below[axis]) << axis;
+        EXPECT_EQ(directionOfAxis(axis, 1 / 32768.0f), above[axis]) << axis;
+        EXPECT_EQ(directionOfAxis(axis, 0), above[axis]) << axis;
+    }
+}
+
+class InputMap : public ApplicationFixture {
+protected:
+    static void pushButton(Uint8 type, Uint8 joystick, Uint8 button) {
+        SDL_Event event = {};
+        event.type = type;
+        event.jbutton.which = joystick;
+        event.jbutton.button = button;
+        push(event);
+    }
+    static void pushAxis(Uint8 joystick, Uint8 axis, Sint16 value) {
+        SDL_Event event = {};
+        event.type = SDL_JOYAXISMOTION;
+        event.jaxis.which = joystick;
+        event.jaxis.axis = axis;
+        event.jaxis.value = value;
+        push(event);
+    }
+};
+
+TEST_F(InputMap, SevenKeysAreBoundAndNothingElse) {
+    const std::map<std::int32_t, std::string> expected = {
+        {43, "P1Up"},   {44, "P1Left"}, {45, "P1Right"}, {46, "P1Down"},
+        {65, "Escape"}, {41, "Action"}, {26, "Action"},
+    };
+    EXPECT_EQ(Inspector::bindings(*application), expected);
+}
+
+TEST_F(InputMap, AnOlderBindingStaysAndAskingLeavesAnEmptyEntry) {
+    Inspector::bind(*application, "Other", 41);
+    pushKey(SDL_KEYDOWN, SDLK_SPACE);
+    pushKey(SDL_KEYDOWN, SDLK_F1);
+    EXPECT_EQ(heardInFrame(), (Log{"pressed Action", "pressed ", "draw"}));
+
+    EXPECT_EQ(Inspector::bindings(*application).size(), 8u);
+    Inspector::bind(*application, "Other", 0); // the code of F1 has its entry by now
+    pushKey(SDL_KEYDOWN, SDLK_F2);
+    EXPECT_EQ(heardInFrame(), (Log{"pressed ", "draw"}));
+}
+
+TEST_F(InputMap, KeysReachTheScreenBoundOrNotInOrder) {
+    pushKey(SDL_KEYDOWN, SDLK_LEFT);
+    pushKey(SDL_KEYDOWN, SDLK_RIGHT);
+    pushKey(SDL_KEYUP, SDLK_LEFT);
+    pushKey(SDL_KEYDOWN, SDLK_z);
+    pushKey(SDL_KEYUP, SDLK_INSERT);
+    EXPECT_EQ(heardInFrame(), (Log{"pressed P1Left", "pressed P1Right", "released P1Left",
+                                   "pressed Action", "released ", "draw"}));
+}
+
+TEST_F(InputMap, ButtonsComeFourAboveTheDirections) {
+    Inspector::bind(*application, "Jump", 88 + 4 + 2);
+    Inspector::bind(*application, "Far", 78);
+    pushButton(SDL_JOYBUTTONDOWN, 1, 2);
+    pushButton(SDL_JOYBUTTONUP, 1, 2);
+    pushButton(SDL_JOYBUTTONDOWN, 0, 22); // spills over into joystick 1
+    pushButton(SDL_JOYBUTTONDOWN, 4, 0);
+    pushButton(SDL_JOYBUTTONDOWN, 0, 6);
+    EXPECT_EQ(heardInFrame(),
+              (Log{"pressed Jump button", "released Jump button", "pressed Jump button",
+                   "pressed Far button", "pressed Far button", "draw"}));
+}
+
+TEST_F(InputMap, AnAxisTellsItsDirectionAndHowFar) {
+    Inspector::bind(*application, "Left", 68 + 3);
+    pushAxis(0, 0, -32768);
+    pushAxis(0, 0, 16384);
+    pushAxis(5, 1, -1);
+    EXPECT_EQ(heardInFrame(),
+              (Log{"axis Left 0 3 1.000000", "axis  0 1 0.500000", "axis  5 0 0.000031", "draw"}));
+}
+
+TEST_F(InputMap, AnAxisAtRestEndsBothDirectionsOfTheFirstAndThirdAxis) {
+    for (Uint8 axis = 0; axis < 6; ++axis) pushAxis(1, axis, 0);
+    EXPECT_EQ(heardInFrame(), (Log{"axis  1 3 0.000000", "axis  1 1 0.000000", "axis  1 2 0.000000",
+                                   "axis  1 5 0.000000", "axis  1 4 0.000000", "axis  1 7 0.000000",
+                                   "axis  1 8 0.000000", "axis  1 0 0.000000", "draw"}));
+}
