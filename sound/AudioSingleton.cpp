@@ -10,8 +10,6 @@
 #include "sound/HatSynth.h"
 #include "sound/KickSynth.h"
 
-static constexpr const char* patchFiles[] = {"SeqBass.inl", "SeqPad.inl", "SeqHi.inl",
-                                             "SeqDuck.inl", "Bom.inl"};
 static constexpr std::size_t bomBank = 4;
 static constexpr float bomFrequencies[] = {110, 220, 223}; // hertz; the upper two beat
 
@@ -23,7 +21,7 @@ AudioSingleton& AudioSingleton::instance() {
 AudioSingleton::AudioSingleton() {
     const FilePath patches = FilePath::getDataDirectory().join("synthPatches");
     for (std::size_t i = 0; i < synths.size(); ++i) {
-        synths[i].loadPatch(patches.join(patchFiles[i]).text());
+        loadPatch(i, patches.join(patchFiles[i]).text());
     }
     drums = {std::make_shared<KickSynth>(), std::make_shared<ClapSynth>(),
              std::make_shared<HatSynth>(), std::make_shared<CrashSynth>()};

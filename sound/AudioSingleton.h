@@ -29,6 +29,10 @@ public:
     static constexpr std::int32_t steps = 16;
     static constexpr std::int32_t rest = -1; // no note
 
+    // The patch of each bank, in the folder "synthPatches".
+    static constexpr std::array<const char*, 5> patchFiles = {
+        "SeqBass.inl", "SeqPad.inl", "SeqHi.inl", "SeqDuck.inl", "Bom.inl"};
+
     class Callback {
     public:
         virtual ~Callback() = default;
@@ -61,8 +65,10 @@ public:
     // Adds the sound of so many stereo frames (2 x frames floats, interleaved). Audio thread.
     void process(float* output, std::int32_t frames);
 
-    // Replaces the pitches, for tools. No stream may run.
+    // Replace the pitches, or the patch of a bank (an index of patchFiles), for tools. No stream
+    // may run.
     void setPitches(const PitchTable& table) { pitches = table; }
+    void loadPatch(std::size_t bank, const std::string& path) { synths[bank].loadPatch(path); }
 
     void stepReached(std::int32_t step, std::int32_t sampleOffset) override;
 
@@ -77,7 +83,7 @@ private:
     void reportBar();
 
     SequencerCursor cursor;
-    std::array<PolyphonicSynth<SimpleSynth>, 5> synths;
+    std::array<PolyphonicSynth<SimpleSynth>, patchFiles.size()> synths;
     std::array<std::shared_ptr<Synthesizer>, 4> drums;
     std::array<std::array<SharedValue<std::int32_t>, steps>, tracks> notes;
     PitchTable pitches = {}; // hertz

@@ -1,0 +1,57 @@
+// SPDX-License-Identifier: Zlib
+#pragma once
+
+#include <charconv>
+#include <cstddef>
+#include <map>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+// The words of a command line: those without two dashes in their order, and the options, the words
+// that begin with two dashes, each with the value behind it or with none.
+class CommandLine {
+public:
+    // A command line that cannot be understood; what() says why.
+    struct Error : std::runtime_error {
+        using runtime_error::runtime_error;
+    };
+
+    // Option: how many values it has, 0 or 1.
+    using KnownOptions = std::map<std::string, std::size_t>;
+
+    CommandLine(const std::vector<std::string>& arguments, const KnownOptions& known);
+
+    // Whether the first word is the name. Then there must be so many words in all, and no option
+    // but the ones named.
+    bool isCommand(const std::string& name, std::size_t wordCount,
+                   const std::vector<std::string>& itsOptions) const;
+
+    const std::string& getWord(std::size_t index) const { return words.at(index); }
+    const std::string& getLastWord() const { return words.back(); }
+
+    bool has(const std::string& option) const { return options.count(option) > 0; }
+
+    // The value of an option, or the other text if it is not given.
+    std::string get(const std::string& option, const std::string& otherwise) const {
+        return has(option) ? options.at(option) : otherwise;
+    }
+
+    // All of the text as a number from least to most; `what` names it in the error.
+    template <typename Number>
+    static Number readNumber(const std::string& what, const std::string& text, Number least,
+                             Number most) {
+        Number number = 0;
+        const char* const end = text.data() + text.size();
+        const auto [stop, problem] = std::from_chars(text.data(), end, number);
+        const bool fits = number >= least && number <= most; // false for what is no number
+        if (problem != std::errc() || stop != end || !fits) {
+            throw Error(what + " cannot be \"" + text + "\"");
+        }
+        return number;
+    }
+
+private:
+    std::vector<std::string> words;
+    std::map<std::string, std::string> options;
+};

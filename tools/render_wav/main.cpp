@@ -1,0 +1,171 @@
+// SPDX-License-Identifier: Zlib
+// Renders the game's sound to a file, for those who make patches and tunes; see usage below.
+#include <algorithm>
+#include <cmath>
+#include <cstdio>
+#include <functional>
+#include <iostream>
+#include <iterator>
+
+#include "app/FilePath.h"
+#include "game/Noise.h"
+#include "sound/PatchFile.h"
+#include "tools/render_wav/CommandLine.h"
+#include "tools/render_wav/SoundRenderer.h"
+
+static constexpr const char* usage =
+    "Usage: render_wav note PATCH HERTZ WAV [options]    a note of a patch file\n"
+    "       render_wav drum DRUM WAV [options]           kick, clap, hat or crash\n"
+    "       render_wav bom WAV [options]                 the thump of a page\n"
+    "       render_wav music PITCHES BARS WAV [options]  the music of a play, with a pitch file\n"
+    "Writes the game's sound to a WAV file, 44100 hertz, stereo, until it has rung out.\n"
+    "  --bits 32|16       floats, or whole numbers that end at -1 and 1 (32)\n"
+    "  --buffer FRAMES    how many stereo frames to compute at once, 1 to 65536 (256)\n"
+    "  --alternate        the second hit of a drum\n"
+    "  --seed NUMBER      start of the random numbers, for drums and music (1)\n"
+    "  --speed SPEED      of the runner: fast, slow, or tiles per frame (fast)\n"
+    "  --patches FOLDER   patches for music and bom, in place of the game's\n";
+
+static constexpr std::int32_t mostBars = 3600;    // two hours, which a WAV file can hold
+static constexpr std::int32_t mostFrames = 65536; // fewer than a bar has
+static constexpr float highestPitch = 22050;      // hertz
+static constexpr std::int32_t firstDrumTrack = 4;
+static constexpr const char* drums[] = {"kick", "clap", "hat", "crash"};
+
+static const CommandLine::KnownOptions options = {
+    {"--bits", 1}, {"--buffer", 1}, {"--alternate", 0},
+    {"--seed", 1}, {"--speed", 1},  {"--patches", 1},
+};
+
+// What there is to do, once the file is open.
+using Piece = std::function<void(SoundRenderer&)>;
+
+static std::runtime_error failure(const std::string& what) {
+    return std::runtime_error(what);
+}
+
+static void requireFile(const FilePath& file) {
+    if (!file.isFile()) throw failure("no file " + file.text());
+}
+
+static void loadPatch(std::size_t bank, const FilePath& path) {
+    requireFile(path);
+    const std::int32_t count = SimpleSynth().parameterCount();
+    const auto values = PatchFile(path.text(), count).getValues().size();
+    if (values == 0) throw failure("no patch: " + path.text());
+    if (values < static_cast<std::size_t>(count)) {
+        throw failure("only " + std::to_string(values) + " values in " + path.text());
+    }
+    AudioSingleton::instance().loadPatch(bank, path.text());
+}
+
+static void loadPatches(const CommandLine& line) {
+    const FilePath game = FilePath::getDataDirectory().join("synthPatches");
+    const FilePath folder(line.get("--patches", game.text()));
+    for (std::size_t bank = 0; bank < AudioSingleton::patchFiles.size(); ++bank) {
+        loadPatch(bank, folder.join(AudioSingleton::patchFiles[bank]));
+    }
+}
+
+static void loadPitches(const FilePath& path) {
+    requireFile(path);
+    const PitchTable pitches = readPitches(path.text());
+    for (std::size_t note = 0; note < pitches.size(); ++note) {
+        if (pitches[note] > 0 && pitches[note] <= highestPitch) continue;
+        throw failure("note " + std::to_string(note) + " has no pitch in " + path.text());
+    }
+    AudioSingleton::instance().setPitches(pitches);
+}
+
+static Piece readNote(const CommandLine& line) {
+    const auto hertz = line.readNumber<float>("HERTZ", line.getWord(2), 1, highestPitch);
+    loadPatch(0, line.getWord(1));
+    return [hertz](SoundRenderer& renderer) { renderer.playNote(hertz); };
+}
+
+static Piece readDrum(const CommandLine& line) {
+    const auto* const drum = std::find(std::begin(drums), std::end(drums), line.getWord(1));
+    if (drum == std::end(drums)) throw CommandLine::Error("unknown drum " + line.getWord(1));
+    const auto track = firstDrumTrack + static_cast<std::int32_t>(drum - std::begin(drums));
+    const bool alternate = line.has("--alternate");
+    return [=](SoundRenderer& renderer) { renderer.playDrum(track, alternate); };
+}
+
+static Piece readBom(const CommandLine& line) {
+    loadPatches(line);
+    return [](SoundRenderer& renderer) { renderer.playBom(); };
+}
+
+static float readSpeed(const std::string& text) {
+    if (text == "fast") return 1;
+    if (text == "slow") return 0;
+    return CommandLine::readNumber<float>("--speed", text, 0, HUGE_VALF);
+}
+
+static Piece readMusic(const CommandLine& line) {
+    const auto bars = line.readNumber<std::int32_t>("BARS", line.getWord(2), 1, mostBars);
+    const float speed = readSpeed(line.get("--speed", "fast"));
+    loadPatches(line);
+    loadPitches(line.getWord(1));
+    return [=](SoundRenderer& renderer) { renderer.playMusic(bars, speed); };
+}
+
+static Piece readPiece(const CommandLine& line) {
+    if (line.isCommand("note", 4, {"--bits", "--buffer"})) return readNote(line);
+    if (line.isCommand("drum", 3, {"--bits", "--buffer", "--alternate", "--seed"})) {
+        return readDrum(line);
+    }
+    if (line.isCommand("bom", 2, {"--bits", "--buffer", "--patches"})) return readBom(line);
+    if (line.isCommand("music", 4, {"--bits", "--buffer", "--seed", "--speed", "--patches"})) {
+        return readMusic(line);
+    }
+    throw CommandLine::Error("unknown command " + line.getWord(0));
+}
+
+static WavFile::Samples readSamples(const std::string& bits) {
+    if (bits == "32") return WavFile::Samples::float32;
+    if (bits == "16") return WavFile::Samples::int16;
+    throw CommandLine::Error("--bits cannot be \"" + bits + "\"");
+}
+
+// All of the command line and what it names is read before the file is begun.
+static void run(const CommandLine& line) {
+    const auto seed = line.readNumber<std::uint32_t>("--seed", line.get("--seed", "1"), 0, ~0U);
+    const WavFile::Samples samples = readSamples(line.get("--bits", "32"));
+    const auto buffer =
+        line.readNumber<std::int32_t>("--buffer", line.get("--buffer", "256"), 1, mostFrames);
+    const Piece play = readPiece(line);
+
+    const std::string& path = line.getLastWord();
+    WavFile file(path, samples);
+    if (file.isGood()) {
+        SoundRenderer renderer(file, buffer);
+        noiseSeed() = seed; // behind what the AudioSingleton drew when it was built
+        play(renderer);
+        if (file.close()) {
+            const auto frames = renderer.getFrames();
+            std::printf("%lld frames, %.3f s, peak %.4f\n", static_cast<long long>(frames),
+                        static_cast<double>(frames) / 44100, renderer.getPeak());
+            return;
+        }
+    }
+    throw failure("cannot write " + path + ": " + file.getFailure());
+}
+
+int main(int argc, char* argv[]) {
+    const std::vector<std::string> arguments(argv + 1, argv + argc);
+    if (arguments == std::vector<std::string>{"--help"}) {
+        std::cout << usage;
+        return 0;
+    }
+    try {
+        run(CommandLine(arguments, options));
+        return 0;
+    } catch (const CommandLine::Error& error) {
+        std::cerr << "render_wav: " << error.what() << "\n" << usage;
+        return 2;
+    } catch (const std::runtime_error& error) {
+        std::cerr << "render_wav: " << error.what() << std::endl;
+        return 1;
+    }
+}
