@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Zlib
 #include "game/LevelMap.h"
 
+#include <unistd.h>
+
 #include <climits>
 #include <filesystem>
 #include <fstream>
@@ -21,23 +23,30 @@ static std::string codesOf(const LevelMap& map) {
     return codes;
 }
 
-static LevelMap fromFile(const Bytes& file) {
-    const std::filesystem::path path = std::filesystem::path(testing::TempDir()) / "LevelMapTest";
-    std::ofstream(path, std::ios::binary)
-        .write(reinterpret_cast<const char*>(file.data()),
-               static_cast<std::streamsize>(file.size()));
-    return LevelMap(FilePath(path));
-}
+// With a picture file that goes with the test.
+class LevelMapFile : public testing::Test {
+protected:
+    LevelMap load(const Bytes& file) const {
+        std::ofstream(path, std::ios::binary)
+            .write(reinterpret_cast<const char*>(file.data()),
+                   static_cast<std::streamsize>(file.size()));
+        return LevelMap(FilePath(path));
+    }
 
-TEST(LevelMap, ATileIsTheFirstByteOfItsPixelWithAlphaOrWithout) {
+    ~LevelMapFile() override { std::filesystem::remove(path); }
+
+    const std::string path = testing::TempDir() + "LevelMapTest." + std::to_string(getpid());
+};
+
+TEST_F(LevelMapFile, ATileIsTheFirstByteOfItsPixelWithAlphaOrWithout) {
     const Bytes opaque = {'a', 1, 2, 'b', 3, 4, 'c', 5, 6, 'd', 0, 0, 'e', 255, 255, 'f', 7, 7};
     const Bytes clear = {'a', 9, 9, 0, 'b', 9, 9, 255, 'c', 9, 9, 1,
                          'd', 8, 8, 0, 'e', 8, 8, 128, 'f', 0, 0, 0};
-    const LevelMap map = fromFile(PngBytes::file(PngBytes::rgb, 3, opaque));
+    const LevelMap map = load(PngBytes::file(PngBytes::rgb, 3, opaque));
     EXPECT_EQ(map.getWidth(), 3u);
     EXPECT_EQ(map.getHeight(), 2u);
     EXPECT_EQ(codesOf(map), "abc\ndef\n");
-    EXPECT_EQ(codesOf(fromFile(PngBytes::file(PngBytes::rgba, 3, clear))), codesOf(map));
+    EXPECT_EQ(codesOf(load(PngBytes::file(PngBytes::rgba, 3, clear))), codesOf(map));
 }
 
 TEST(LevelMap, WhatLiesBeyondTheGridIsRock) {
@@ -54,10 +63,10 @@ TEST(LevelMap, WhatLiesBeyondTheGridIsRock) {
     EXPECT_TRUE(map.contains(0, 0));
 }
 
-TEST(LevelMap, APictureThatCannotBeUsedGivesTheEmptyGrid) {
+TEST_F(LevelMapFile, APictureThatCannotBeUsedGivesTheEmptyGrid) {
     const LevelMap maps[] = {LevelMap(FilePath()), LevelMap(FilePath("/no/such/level.png")),
-                             LevelMap(LoadedImage()), fromFile({1, 2, 3}),
-                             fromFile(PngBytes::file(PngBytes::grey, 2, {0, 255, 255, 0}))};
+                             LevelMap(LoadedImage()), load({1, 2, 3}),
+                             load(PngBytes::file(PngBytes::grey, 2, {0, 255, 255, 0}))};
     for (const LevelMap& map : maps) {
         EXPECT_EQ(map.getWidth(), 0u);
         EXPECT_EQ(map.getHeight(), 0u);
