@@ -9,6 +9,8 @@ later lines win. Ranges are inclusive: `24-96` are the columns 24 to 96. Row 0 i
   size W H                      the picture, first verb
   start X Y FLOOR FLAT          where the runner begins, the floor row below, and for how many tiles
                                 to both sides it must be level; used by the checks alone
+  scene                         nobody steers here: nothing is checked that only a kick could meet
+  keep X-X Y-Y                  stays open, because text stands there; used by the checks alone
   region NAME LOOK DEEP         what follows belongs to this region. Rock near its open cells gets
                                 the code LOOK, rock further away the code DEEP (both hexadecimal)
   carve X-X Y-Y                 open space
@@ -63,20 +65,23 @@ def point(text):
 
 def halfWidth(width, row, height):
     """Half the width of a pointed rock, `row` rows from its foot; the point is 3 wide. It shrinks
-    by 2 at a time: see the trap in faults."""
+    by 2 at a time: see the trap in playFaults."""
     share = row / max(1, height - 1)
     return 2 * round((width - 3) / 4 * (1 - share) ** 1.6) + 1
 
 
 class Level:
     """One level while it is being built: `tiles` is rows by columns of tile codes or rock, `owner`
-    the index in `regions` of each cell's region, `startPlace` the numbers of the verb `start`."""
+    the index in `regions` of each cell's region, `startPlace` the numbers of the verb `start`,
+    `kept` the spans of the verb `keep`, `steered` whether somebody plays here."""
 
     def __init__(self):
         self.tiles = np.zeros((0, 0), np.int16)
         self.owner = np.zeros((0, 0), np.int16)
         self.regions = []
         self.startPlace = (0, 0, 0, 0)
+        self.kept = []
+        self.steered = True
 
     def put(self, columns, rows, code):
         left, right = sorted(columns)
@@ -108,6 +113,12 @@ class Level:
     def start(self, x, y, floor, flat):
         self.startPlace = (int(x), int(y), int(floor), int(flat))
 
+    def scene(self):
+        self.steered = False
+
+    def keep(self, columns, rows):
+        self.kept.append((span(columns), span(rows)))
+
     def region(self, name, look, deep):
         self.regions.append((name, int(look, 16), int(deep, 16)))
 
@@ -127,7 +138,7 @@ class Level:
         line = [point(p) for p in points]
         xs, ys = zip(*line)
         for column in range(xs[0], xs[-1] + 1):
-            place = xs[0] + (column - xs[0]) // 2 * 2  # steps 2 wide: see faults
+            place = xs[0] + (column - xs[0]) // 2 * 2  # steps 2 wide: see playFaults
             self.ceilingColumn(column, int(np.floor(np.interp(place, xs, ys) + 0.5)), int(floor))
 
     def ground(self, *points):
@@ -143,7 +154,7 @@ class Level:
             place = (column - left) % bay - width        # in the arch, below 0 in the pier
             ceiling = pier
             if place >= 0:
-                middle = place // 2 * 2 + 1              # of its step, 2 wide: see faults
+                middle = place // 2 * 2 + 1              # of its step, 2 wide: see playFaults
                 across = 2 * middle / (bay - width) - 1  # -1 to 1
                 ceiling -= round((pier - crown) * math.sqrt(1 - across * across))
             self.ceilingColumn(column, ceiling, floor)
@@ -209,9 +220,9 @@ class Level:
 
 
 verbs = {verb.__name__: verb for verb in (
-    Level.size, Level.start, Level.region, Level.carve, Level.fill, Level.flame, Level.sign,
-    Level.cave, Level.ground, Level.vault, Level.drip, Level.mound, Level.pipes, Level.island,
-    Level.stair)}
+    Level.size, Level.start, Level.scene, Level.keep, Level.region, Level.carve, Level.fill,
+    Level.flame, Level.sign, Level.cave, Level.ground, Level.vault, Level.drip, Level.mound,
+    Level.pipes, Level.island, Level.stair)}
 
 
 def read(path):
@@ -244,33 +255,44 @@ def thinRuns(solid):
     return thin
 
 
-def faults(tiles, start):
-    """What would make a level unfair or unsafe to play; an empty list if nothing."""
-    found = []
-
-    def report(text, mask):
-        if mask.any():
-            found.append(f"{text}: {cells(mask)}")
-
+def stageFaults(level, tiles):
+    """What would make any level unsafe; a list of (text, mask of the cells)."""
     empty, flame = tiles == emptyCode, tiles == flameCode
     inside = np.zeros_like(empty)
     inside[border:-border, border:-border] = True
-    report("unknown code", ~np.isin(tiles, (*lookCodes, flameCode, emptyCode)))
-    report("border is not all rock", (empty | flame) & ~inside)
+    x, y, floor, flat = level.startPlace
+    around = slice(x - flat, x + flat + 1)
+    found = [
+        ("unknown code", ~np.isin(tiles, (*lookCodes, flameCode, emptyCode))),
+        ("border is not all rock", (empty | flame) & ~inside),
+        ("start not free", ~empty & at(empty, around, slice(y, floor))),
+        ("ground of the start not level or thin",
+         (empty | flame) & at(empty, around, slice(floor, floor + thinnest)))]
+    for (left, right), (top, bottom) in level.kept:
+        kept = at(empty, slice(left, right + 1), slice(top, bottom + 1))
+        found.append(("not kept open", ~empty & kept))
+    return found
+
+
+def at(like, columns, rows):
+    """A mask of one rectangle."""
+    mask = np.zeros_like(like)
+    mask[rows, columns] = True
+    return mask
+
+
+def playFaults(tiles):
+    """What would make a level unfair or unsafe for a runner who kicks; as stageFaults."""
+    empty, flame = tiles == emptyCode, tiles == flameCode
 
     # A rising kick that stops between two solid cells would stay a kick for good.
     low = np.zeros_like(empty)
     low[1:-1] = empty[1:-1] & ~empty[:-2] & ~empty[2:]
-    report("passage 1 high", low)
 
     # A flame beside a gap of 1 throws the runner into the rock behind it.
     tight = np.zeros_like(empty)
     tight[:, 1:-2] |= flame[:, 1:-2] & empty[:, 2:-1] & ~empty[:, 3:]
     tight[:, 2:-1] |= flame[:, 2:-1] & empty[:, 1:-2] & ~empty[:, :-3]
-    report("flame beside a gap of 1", tight)
-
-    report("wall thinner than 3", thinRuns(~empty))
-    report("floor thinner than 3", thinRuns(~empty.T).T)
 
     # A kick flight may move by 2 columns and 1 row at once, past a corner that nothing tests, and
     # end in a cell of rock with rock on all four sides. Steps at least 2 wide leave no such cell.
@@ -283,13 +305,16 @@ def faults(tiles, start):
             def seen(dx, dy):
                 return np.roll(empty, (-dy, -dx), (0, 1))
             trap |= closed & seen(-2 * side, -down) & seen(-side, -down) & seen(-2 * side, 0)
-    report("trap behind a corner", trap)
 
-    x, y, floor, flat = start
-    around = slice(x - flat, x + flat + 1)
-    report("start not free", ~empty[y:floor, around])
-    report("ground of the start not level", (empty | flame)[floor:floor + 1, around])
-    return found
+    return [("passage 1 high", low), ("flame beside a gap of 1", tight),
+            ("wall thinner than 3", thinRuns(~empty)),
+            ("floor thinner than 3", thinRuns(~empty.T).T), ("trap behind a corner", trap)]
+
+
+def faults(level, tiles):
+    """The faults of a finished level as lines of text."""
+    found = stageFaults(level, tiles) + (playFaults(tiles) if level.steered else [])
+    return [f"{text}: {cells(mask)}" for text, mask in found if mask.any()]
 
 
 def main():
@@ -299,7 +324,7 @@ def main():
     for path in sorted((artFolder / "levels").glob("*.txt")):
         level = read(path)
         tiles = level.paint()
-        problems = faults(tiles, level.startPlace)
+        problems = faults(level, tiles)
         for problem in problems:
             print(f"{path.stem}: {problem}")
         if problems:
