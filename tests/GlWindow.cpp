@@ -20,8 +20,17 @@ std::ostream& operator<<(std::ostream& out, const Picture::Box& box) {
     return out << box.left << ".." << box.right << " by " << box.top << ".." << box.bottom;
 }
 
-Picture::Picture(int pictureWidth, int pictureHeight, std::vector<std::uint8_t> rows)
-    : width(pictureWidth), height(pictureHeight), bytes(std::move(rows)) {}
+Picture::Picture(int pictureWidth, int pictureHeight)
+    : width(pictureWidth), height(pictureHeight),
+      bytes(static_cast<std::size_t>(width * height) * 3) {}
+
+Picture Picture::ofWindow(int width, int height) {
+    Picture picture(width, height);
+    glPixelStorei(GL_PACK_ALIGNMENT, 1);
+    glReadPixels(0, 0, width, height, GL_RGB, GL_UNSIGNED_BYTE, picture.bytes.data());
+    glPixelStorei(GL_PACK_ALIGNMENT, 4);
+    return picture;
+}
 
 Pixel Picture::at(int x, int y) const {
     if (x < 0 || x >= width || y < 0 || y >= height) return {-1, -1, -1}; // like no real one
@@ -84,10 +93,9 @@ void GlWindow::TearDown() {
 Picture GlWindow::paint(const std::function<void(OpenGLDrawer&)>& scene) {
     openDrawer->beginFrame();
     scene(*openDrawer);
-    std::vector<std::uint8_t> bytes(std::size_t{width} * height * 3);
-    glReadPixels(0, 0, width, height, GL_RGB, GL_UNSIGNED_BYTE, bytes.data());
+    Picture picture = Picture::ofWindow(width, height);
     openDrawer->endFrame();
-    return {width, height, std::move(bytes)};
+    return picture;
 }
 
 PixelBuffer makePixels(int width, int height, const std::function<Pixel(int, int)>& colourOf,

@@ -39,8 +39,8 @@ public:
         bool operator==(const Box&) const = default;
     };
 
-    // Takes RGB rows from the bottom, packed tight, as GL gives them.
-    Picture(int width, int height, std::vector<std::uint8_t> bytes);
+    // What has been drawn on a window of this size and not been shown yet.
+    static Picture ofWindow(int width, int height);
 
     Pixel at(int x, int y) const;
     int getWidth() const { return width; }
@@ -54,9 +54,11 @@ public:
     std::string differenceTo(const Picture& other) const;
 
 private:
+    Picture(int width, int height);
+
     int width;
     int height;
-    std::vector<std::uint8_t> bytes;
+    std::vector<std::uint8_t> bytes; // RGB rows from the bottom, packed tight
 };
 std::ostream& operator<<(std::ostream& out, const Picture::Box& box);
 

@@ -3,17 +3,15 @@
 #include "game/TileRenderer.h"
 
 #include <cmath>
-#include <fstream>
 #include <random>
 #include <set>
 
 #include "drawing/ImageLoader.h"
 #include "game/LevelMap.h"
-#include "game/Player.h"
 #include "images/EmbeddedImages.h"
 #include "tests/GlWindow.h"
+#include "tests/GoalRun.h"
 #include "tests/LiteralTileRenderer.h"
-#include "tools/replay/InputScript.h"
 
 static GlWindow* const window = GlWindow::open();
 
@@ -115,38 +113,15 @@ TEST(TileRenderer, ShowsEdgesAndSmallLevelsAsWithEverythingDrawn) {
     }
 }
 
-// The runner's places on the shipped level, a frame each, along the replay that wins it.
-static std::vector<WorldPoint> placesOfReplay(const LevelMap& map) {
-    std::ifstream source(GOAL_REPLAY);
-    InputScript script;
-    std::string failure;
-    EXPECT_TRUE(script.read(source, failure)) << failure;
-    std::vector<WorldPoint> places;
-    Player player({60, 984});
-    HeldKeys held;
-    bool* const keys[] = {&held.up, &held.left, &held.right, &held.down};
-    for (std::uint32_t frame = 0; frame < script.getEnd(); ++frame) {
-        for (const InputScript::Press& press : script.pressesBefore(frame)) {
-            if (press.key < InputScript::action) *keys[press.key] = press.pressed;
-            if (press.key == InputScript::action && press.pressed) player.requestKick();
-        }
-        player.update(held, map);
-        places.push_back(player.position());
-        if (player.kickSpeed() >= 1.5f) break;
-    }
-    return places;
-}
-
 TEST(TileRenderer, ShowsTheShippedLevelAsWithEverythingDrawn) {
-    const LevelMap map(FilePath::getDataDirectory().join("levels").join("episode1.png"));
-    ASSERT_GT(map.getWidth(), 0u);
-    const std::vector<WorldPoint> places = placesOfReplay(map);
-    ASSERT_GT(places.size(), 100u);
+    const LevelMap map = GoalRun::loadLevel();
+    const std::vector<GoalRun::Frame> run = GoalRun::find(map);
+    ASSERT_GT(run.size(), 100u);
     Renderers renderers;
-    for (std::size_t i = 0; i < places.size(); i += 1 + places.size() / 100) {
-        ASSERT_EQ(renderers.difference(map, cameraFor(places[i])), "") << "frame " << i;
+    for (std::size_t i = 0; i < run.size(); i += 1 + run.size() / 100) {
+        const WorldPoint place = {run[i].before.x, run[i].before.y};
+        ASSERT_EQ(renderers.difference(map, cameraFor(place)), "") << "frame " << i;
     }
-    ASSERT_EQ(renderers.difference(map, cameraFor(places.back())), "");
 }
 
 // --- single tiles

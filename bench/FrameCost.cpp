@@ -1,0 +1,137 @@
+// SPDX-License-Identifier: Zlib
+// What a frame of play costs, up to the moment at which GL has finished it, along a run through the
+// shipped level. Each frame of the game takes turns with one that leaves nothing out,
+// and in the end with one that has the vortex on top; so whatever else the machine does weighs on
+// all alike. Prints the medians. Fails if the game's frame costs more than it should against those.
+#include <GL/glew.h>
+
+#include <algorithm>
+#include <chrono>
+#include <iomanip>
+#include <iostream>
+#include <vector>
+
+#include "app/Application.h"
+#include "drawing/OpenGLDrawer.h"
+#include "game/GamePlay.h"
+#include "game/Noise.h"
+#include "tests/GoalRun.h"
+#include "tests/LiteralPlay.h"
+#include "tools/Inspector.h"
+
+static constexpr double mostOfLiteral = 0.75; // of the frame with nothing left out
+static constexpr double mostOfVortex = 1.3;   // the vortex's last frames, of those without it
+static constexpr double goal = 14;            // ms on an idle machine of two cores; told only
+
+static constexpr std::size_t stretches = 4;      // of the run, spread over it
+static constexpr std::size_t stretchFrames = 32; // in a row
+static constexpr int vortexFrames = 100;
+static constexpr int vortexDrawings = 200; // one less than it takes to end the play
+
+using Run = std::vector<GoalRun::Frame>;
+
+// The last place of a run with nothing around, at the speed that ends the play.
+static Inspector::Motion goalMotion(const Run& run, const LevelMap& map) {
+    Inspector::Motion goalReached = run.back().before;
+    for (const GoalRun::Frame& frame : run) {
+        const Inspector::Motion& motion = frame.before;
+        bool open = true;
+        for (int i = 0; i < 9; ++i) {
+            open = open && map.at(static_cast<int>(motion.x) + i % 3 - 1,
+                                  static_cast<int>(motion.y) + i / 3 - 1) == LevelMap::empty;
+        }
+        if (open) goalReached = motion;
+    }
+    goalReached.kicking = true;
+    goalReached.vx = 1.6f;
+    goalReached.vy = -0.1f;
+    return goalReached;
+}
+
+// Draws a frame as the main loop does; gives the milliseconds until GL had finished it.
+template <typename Play>
+static double drawFrame(OpenGLDrawer& drawer, Play& play) {
+    glFinish();
+    const auto begin = std::chrono::steady_clock::now();
+    drawer.beginFrame();
+    play.draw(drawer);
+    glFinish();
+    const std::chrono::duration<double, std::milli> passed =
+        std::chrono::steady_clock::now() - begin;
+    drawer.endFrame();
+    return passed.count();
+}
+
+static double median(std::vector<double> times) {
+    const auto middle = times.begin() + static_cast<std::ptrdiff_t>(times.size() / 2);
+    std::nth_element(times.begin(), middle, times.end());
+    return *middle;
+}
+
+static bool report(const char* what, double time, double base, double most) {
+    const bool good = time <= base * most;
+    std::cout << what << time << " ms of " << base << " ms, " << time / base << " of it, at most "
+              << most << (good ? "" : ": TOO MUCH") << std::endl;
+    return good;
+}
+
+static bool compareWithLiteral(OpenGLDrawer& drawer, GamePlay& play, const Run& run) {
+    LiteralPlay literal;
+    std::vector<double> shortened;
+    std::vector<double> whole;
+    for (std::size_t stretch = 0; stretch < stretches; ++stretch) {
+        const std::size_t first = (run.size() - stretchFrames) * (stretch + 1) / stretches;
+        for (std::size_t i = 0; i < stretchFrames; ++i) {
+            const Inspector::Motion& motion = run[first + i].before;
+            Inspector::setMotion(Inspector::player(play), motion);
+            Inspector::setMotion(literal.runner(), motion);
+            const double time = drawFrame(drawer, play);
+            const double literalTime = drawFrame(drawer, literal);
+            if (i == 0) continue; // to warm up
+            shortened.push_back(time);
+            whole.push_back(literalTime);
+        }
+    }
+    std::cout << "A frame of play: " << median(shortened) << " ms, " << shortened.size()
+              << " frames; " << goal << " ms or less on an idle machine" << std::endl;
+    return report("  against all drawn: ", median(shortened), median(whole), mostOfLiteral);
+}
+
+static bool compareWithVortex(OpenGLDrawer& drawer, GamePlay& play, GamePlay& ending,
+                              const Run& run, const Inspector::Motion& end) {
+    Inspector::setMotion(Inspector::player(ending), end);
+    drawFrame(drawer, ending);
+    if (!Inspector::isFinished(ending)) {
+        std::cout << "The play did not end" << std::endl;
+        return false;
+    }
+    for (int i = 1; i < vortexDrawings - vortexFrames; ++i) drawFrame(drawer, ending);
+    std::vector<double> plain;
+    std::vector<double> closing;
+    for (std::size_t i = 0; i < vortexFrames; ++i) {
+        Inspector::setMotion(Inspector::player(play),
+                             run[(run.size() - 1) * i / vortexFrames].before);
+        plain.push_back(drawFrame(drawer, play));
+        closing.push_back(drawFrame(drawer, ending));
+    }
+    return report("  with the vortex, against without: ", median(closing), median(plain),
+                  mostOfVortex);
+}
+
+int main() {
+    noiseSeed() = 1;
+    const LevelMap map = GoalRun::loadLevel();
+    const Run run = GoalRun::find(map);
+    if (run.size() < stretches * stretchFrames) {
+        std::cout << "The replay does not reach the goal" << std::endl;
+        return 1;
+    }
+    Application application({});
+    auto& drawer = static_cast<OpenGLDrawer&>(Inspector::drawer(application));
+    GamePlay play(application);
+    GamePlay ending(application);
+    std::cout << std::fixed << std::setprecision(2);
+    const bool leavesOut = compareWithLiteral(drawer, play, run);
+    const bool closesWell = compareWithVortex(drawer, play, ending, run, goalMotion(run, map));
+    return leavesOut && closesWell ? 0 : 1;
+}

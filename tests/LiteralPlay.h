@@ -1,0 +1,47 @@
+// SPDX-License-Identifier: Zlib
+#pragma once
+
+#include "game/CloudField.h"
+#include "game/LevelMap.h"
+#include "game/Player.h"
+#include "game/StarTrail.h"
+#include "tests/GoalRun.h"
+#include "tests/LiteralTileRenderer.h"
+
+class OpenGLDrawer;
+
+// The play on the shipped level with nothing left out of its picture: the whole background, every
+// tile and outline, four rings of the vortex. It is slow and plain, and what the game's play shows
+// must be the same to the pixel. Built and drawn at the same states of the noise it goes in step.
+class LiteralPlay {
+public:
+    LiteralPlay() : map(GoalRun::loadLevel()), player({60, 984}) {}
+
+    // A step of the rules and a drawing.
+    void draw(OpenGLDrawer& drawer);
+
+    Player& runner() { return player; }
+    HeldKeys held;
+
+private:
+    // Of the four rings.
+    struct Vortex {
+        float size = 0;
+        float rotation = 0; // degrees
+        std::size_t phase = 0;
+        int countdown = 8; // drawings until the next phase
+
+        void draw(OpenGLDrawer& drawer);
+    };
+
+    void drawWorld(OpenGLDrawer& drawer);
+    void drawSpeed(OpenGLDrawer& drawer);
+
+    LevelMap map;
+    LiteralTileRenderer tiles;
+    CloudField clouds;
+    Player player;
+    StarTrail trail;
+    Vortex vortex;
+    bool finished = false;
+};
