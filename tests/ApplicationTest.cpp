@@ -1,5 +1,10 @@
 // SPDX-License-Identifier: Zlib
 // The main loop: which events reach the screen, when frames are drawn, and how screens change.
+#include <algorithm>
+#include <array>
+
+#include "drawing/ImageLoader.h"
+#include "drawing/OpenGLDrawer.h"
 #include "game/GamePlay.h"
 #include "game/Noise.h"
 #include "tests/ApplicationFixture.h"
@@ -107,6 +112,50 @@ TEST_F(MainLoop, WithoutAScreenAllInputIsDroppedAndFramesGoOn) {
     const std::uint32_t shown = GlStandIn::swaps;
     EXPECT_TRUE(runFrame());
     EXPECT_EQ(GlStandIn::swaps, shown + 1);
+}
+
+// --- the glyph font
+
+// Keeps the glyph images that it is given.
+class GlyphKeeper : public OpenGLDrawer {
+public:
+    using Glyphs = std::array<LoadedImage, 44>;
+
+    explicit GlyphKeeper(Glyphs& given) : OpenGLDrawer(1280, 720), glyphs(given) {}
+
+    void setGlyphImage(int index, PixelBuffer pixels, std::uint32_t size) override {
+        glyphs.at(static_cast<std::size_t>(index)) = {std::move(pixels), size, size};
+    }
+
+private:
+    Glyphs& glyphs;
+};
+
+TEST_F(MainLoop, GivesEachCharacterItsPictureBeforeTheFirstFrame) {
+    GlyphKeeper::Glyphs glyphs;
+    Inspector::setDrawer(*application, std::make_unique<GlyphKeeper>(glyphs));
+    pushQuit();
+    application->run();
+
+    std::vector<std::string> names;
+    for (const char sign : std::string("ABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789")) {
+        names.emplace_back(1, sign);
+    }
+    for (const char* name :
+         {"period", "comma", "plus", "minus", "exclamation", "question", "colon"}) {
+        names.emplace_back(name);
+    }
+    for (std::size_t i = 0; i < names.size(); ++i) {
+        const LoadedImage file = ImageLoader().loadFromFile(GLYPH_PICTURES "/" + names[i] + ".png");
+        ASSERT_TRUE(file.pixels) << names[i];
+        ASSERT_TRUE(glyphs[i].pixels) << names[i];
+        ASSERT_EQ(glyphs[i].width, file.width) << names[i];
+        const std::size_t bytes = std::size_t{file.width} * file.height * 4;
+        EXPECT_TRUE(
+            std::equal(file.pixels.get(), file.pixels.get() + bytes, glyphs[i].pixels.get()))
+            << names[i];
+    }
+    EXPECT_FALSE(glyphs[43].pixels) << "the last stays the drawer's own";
 }
 
 // --- the distance of frames

@@ -44,6 +44,7 @@ public:
     static void setCloud(CloudField& field, int index, const Cloud& cloud);
 
     static Drawer& drawer(Application& application);
+    static void setDrawer(Application& application, std::unique_ptr<Drawer> drawer);
     static GameState* state(Application& application);
     static void setState(Application& application, std::unique_ptr<GameState> state);
     static bool runFrame(Application& application);

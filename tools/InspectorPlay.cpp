@@ -2,11 +2,16 @@
 #include <new>
 
 #include "app/Application.h"
+#include "drawing/Drawer.h"
 #include "game/GamePlay.h"
 #include "tools/Inspector.h"
 
 Drawer& Inspector::drawer(Application& application) {
     return *application.drawer;
+}
+
+void Inspector::setDrawer(Application& application, std::unique_ptr<Drawer> drawer) {
+    application.drawer = std::move(drawer);
 }
 
 GameState* Inspector::state(Application& application) {
