@@ -36,7 +36,7 @@ static const float patch[values] = {
 0.02f,
 0.5f,
 0.11f,
-2.0f,
+1.8f,
 0.25f,
 0.12f,
 };

@@ -23,9 +23,9 @@
 static const int values = 16;
 
 static const float patch[values] = {
-0.4f,
+0.5f,
 0.07f,
-0.45f,
+0.55f,
 0.0f,
 1.0f,
 0.012f,
