@@ -23,9 +23,9 @@
 static const int values = 16;
 
 static const float patch[values] = {
-0.75f,
-0.006f,
-0.2f,
+1.0f,
+0.005f,
+0.4f,
 0.0f,
 1.0f,
 0.004f,
