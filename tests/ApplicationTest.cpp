@@ -76,13 +76,17 @@ TEST_F(MainLoop, EventsThatNobodyReadsAreDropped) {
 }
 
 TEST_F(MainLoop, QuitEndsTheLoopBeforeTheNextFrameButNotBeforeTheEventsThatWait) {
+    runFrame();
+    log.clear();
+    GlStandIn::waits.clear();
+    const std::uint32_t shown = GlStandIn::swaps;
     pushKey(SDL_KEYDOWN, SDLK_ESCAPE);
     pushQuit();
     pushKey(SDL_KEYDOWN, SDLK_UP);
-    const std::uint32_t shown = GlStandIn::swaps;
     application->run();
     EXPECT_EQ(log, (Log{"pressed Escape", "pressed P1Up"}));
     EXPECT_EQ(GlStandIn::swaps, shown);
+    EXPECT_TRUE(GlStandIn::waits.empty()) << "nor is there a wait for it";
 }
 
 TEST_F(MainLoop, EscapeAloneAndTheClosedWindowAloneEndIt) {
@@ -199,7 +203,11 @@ TEST_F(Pacing, AQuickMachineStaysAtOneSpeed) {
 TEST_F(Pacing, TheClockMayWrap) {
     GlStandIn::clock = 0xFFFFFFF8; // 8 ms before it starts again
     waitAfter(0);
-    EXPECT_EQ(waitAfter(10), 5);
+    EXPECT_EQ(waitAfter(3), 12) << "in the wait";
+    EXPECT_EQ(GlStandIn::clock, 7u);
+    GlStandIn::clock = 0xFFFFFFF8;
+    waitAfter(0);
+    EXPECT_EQ(waitAfter(10), 5) << "between two frames";
     EXPECT_EQ(GlStandIn::clock, 7u);
     EXPECT_EQ(waitAfter(14), 1);
     EXPECT_EQ(waitAfter(30), -1);

@@ -218,7 +218,11 @@ TEST_F(Play, TheGoalIsMetInTheFrameThatReachesIt) {
 
 TEST_F(Play, AfterTheGoalTheRunnerRestsAndTheKeysDoNot) {
     enterHallAtTheGoal();
-    EXPECT_EQ(count(draw(), "turned 16x16"), 1) << "the star of this frame is still laid";
+    const std::vector<Call>& goalFrame = draw();
+    const auto star = std::find_if(goalFrame.begin(), goalFrame.end(),
+                                   [](const Call& call) { return call.name == "turned 16x16"; });
+    ASSERT_NE(star, goalFrame.end()) << "the star of this frame is still laid";
+    EXPECT_NEAR(star->numbers[0], 608, 8) << "where the runner has got to";
     ASSERT_TRUE(isFinished());
     const Motion atGoal = motion();
     press("P1Left");
@@ -264,7 +268,10 @@ TEST_F(Play, DirectionKeysAreHeldUntilTheyAreReleased) {
     }
     press("P1Left");
     press("P1Right");
-    for (const char* other : {"", "p1left", "P1Left ", "Action", "Up"}) release(other);
+    for (const char* other : {"", "p1left", "P1Left ", "Action", "Up", "escape"}) {
+        press(other);
+        release(other);
+    }
     EXPECT_EQ(held(), "LR");
     EXPECT_TRUE(runFrame()) << "none of them quits";
 }
@@ -273,6 +280,7 @@ TEST_F(Play, AnActionIsKeptThoughItsKeyIsReleased) {
     enterHall({10.25f, floorRow, 0, 0, false, false, true});
     press("Action");
     release("Action");
+    EXPECT_EQ(motion().vy, 0) << "the frame steps, not the key";
     draw();
     EXPECT_LT(motion().vy, 0);
 }

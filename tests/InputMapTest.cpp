@@ -117,9 +117,10 @@ TEST_F(InputMap, AnAxisTellsItsDirectionAndHowFar) {
     Inspector::bind(*application, "Left", 68 + 3);
     pushAxis(0, 0, -32768);
     pushAxis(0, 0, 16384);
+    pushAxis(0, 2, 16384);
     pushAxis(5, 1, -1);
-    EXPECT_EQ(heardInFrame(),
-              (Log{"axis Left 0 3 1.000000", "axis  0 1 0.500000", "axis  5 0 0.000031", "draw"}));
+    EXPECT_EQ(heardInFrame(), (Log{"axis Left 0 3 1.000000", "axis  0 1 0.500000",
+                                   "axis  0 4 0.500000", "axis  5 0 0.000031", "draw"}));
 }
 
 TEST_F(InputMap, AnAxisAtRestEndsBothDirectionsOfTheFirstAndThirdAxis) {
