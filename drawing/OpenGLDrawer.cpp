@@ -2,7 +2,6 @@
 // Set-up: the window, the GL context, the fitted picture, and the life of a frame.
 #include "drawing/OpenGLDrawer.h"
 
-#include <GL/glu.h>
 #include <SDL.h>
 
 #include <cstring>
@@ -243,45 +242,4 @@ void OpenGLDrawer::endFrame() {
     if (!hasContext) return;
     SDL_GL_SwapBuffers();
     secondTexture = 0;
-}
-
-void OpenGLDrawer::setViewport(std::int16_t x, std::int16_t y, std::int16_t w, std::int16_t h) {
-    if (!hasContext) return;
-    const auto pixelsDown = [this](std::int16_t units) {
-        return static_cast<std::int16_t>(static_cast<float>(units) / height * viewportH);
-    };
-    const auto pixelsAcross = [this](std::int16_t units) {
-        return static_cast<std::int16_t>(static_cast<float>(units) / width * viewportW);
-    };
-    const std::int16_t pixelHeight = pixelsDown(h);
-    const std::int16_t pixelWidth = pixelsAcross(w);
-    const float left = pixelsAcross(x) + viewportLeft;
-    const float bottom =
-        viewportH - static_cast<float>(pixelsDown(y) + pixelHeight) + viewportBottom;
-    glViewport(static_cast<GLint>(left), static_cast<GLint>(bottom), pixelWidth, pixelHeight);
-    glMatrixMode(GL_PROJECTION);
-    glLoadIdentity();
-    gluOrtho2D(0, w, h, 0);
-    glMatrixMode(GL_MODELVIEW);
-}
-
-void OpenGLDrawer::resetViewport() {
-    if (!hasContext) return;
-    setPictureViewport();
-    glMatrixMode(GL_PROJECTION);
-    glLoadIdentity();
-    gluOrtho2D(0, width, height, 0);
-    glMatrixMode(GL_MODELVIEW);
-}
-
-std::unique_ptr<std::uint8_t[]> OpenGLDrawer::readScreen() {
-    const std::size_t bytes = std::size_t{windowWidth} * windowHeight * 3;
-    if (hasContext) SDL_GL_SwapBuffers();
-    auto buffer = std::make_unique<std::uint8_t[]>(bytes);
-    if (!hasContext) return buffer;
-    // The driver would begin each row at a multiple of 4 bytes; the buffer holds them tight.
-    glPixelStorei(GL_PACK_ALIGNMENT, 1);
-    glReadPixels(0, 0, windowWidth, windowHeight, GL_RGB, GL_UNSIGNED_BYTE, buffer.get());
-    glPixelStorei(GL_PACK_ALIGNMENT, 4);
-    return buffer;
 }

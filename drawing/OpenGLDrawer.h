@@ -31,11 +31,14 @@ public:
                                 std::uint32_t imageHeight) override;
     void deleteTexture(std::uint32_t handle) override;
     std::int32_t createPolygon(const float* points, std::int32_t count) override;
+    std::uint32_t createShader(const std::string& vertexFile,
+                               const std::string& fragmentFile) override;
     bool shadersAvailable() override { return shaderSupport; }
     std::int32_t createFont(const std::string& fileName, float size) override;
     void beginFrame() override;
     void endFrame() override;
     std::unique_ptr<std::uint8_t[]> readScreen() override;
+    void setShaderParam(std::uint32_t program, float value) override;
     void setSecondTexture(std::uint32_t handle) override { secondTexture = handle; }
     void setBlendMode(int mode) override;
     void drawTexture(std::uint32_t handle, float x, float y, float scaleX, float scaleY, float r,
@@ -66,6 +69,10 @@ public:
     std::int32_t viewportHeight() override { return static_cast<std::int32_t>(viewportH); }
     std::int32_t viewportX() override { return static_cast<std::int32_t>(viewportLeft); }
     std::int32_t viewportY() override { return static_cast<std::int32_t>(viewportBottom); }
+    void beginOffscreen() override;
+    void endOffscreen() override;
+    std::uint32_t offscreenTexture() override { return offscreenHandle; }
+    bool canSupport(int feature) override;
     void setGlyphImage(int index, PixelBuffer pixels, std::uint32_t size) override;
 
     // Whether textures made from now on are smoothed (at the start they are) or keep hard pixels.

@@ -29,6 +29,21 @@ public:
     // listing cannot start.
     static std::optional<std::vector<std::string>> listDirectory(const std::string& path);
 
+    // The folder in which programs keep the user's settings: $XDG_CONFIG_HOME if that is an
+    // absolute path, else .config in the user's home; empty if there is no home.
+    static std::string applicationDataFolder();
+
+    // Makes a folder, and folders above it that are missing, for the user alone. False if the
+    // system refuses.
+    static bool makeFolder(const std::string& path);
+
+    struct ScreenSize {
+        int width = 1024; // pixels; these two where there is no screen
+        int height = 768;
+    };
+    // Of the primary screen.
+    static ScreenSize primaryScreenSize();
+
     // Seconds of calendar time since 1970.
     static std::int64_t calendarSeconds();
 

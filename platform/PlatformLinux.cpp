@@ -1,8 +1,11 @@
 // SPDX-License-Identifier: Zlib
 #include "platform/Platform.h"
 
+#include <X11/Xlib.h>
+#include <X11/extensions/Xrandr.h>
 #include <dirent.h>
 #include <fcntl.h>
+#include <pwd.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -43,6 +46,55 @@ std::optional<std::vector<std::string>> Platform::listDirectory(const std::strin
         if (name != "." && name != "..") names.push_back(name);
     }
     return names;
+}
+
+std::string Platform::applicationDataFolder() {
+    const std::string configured = environment("XDG_CONFIG_HOME");
+    if (configured.starts_with('/')) return configured;
+    std::string home = environment("HOME");
+    if (home.empty()) {
+        const passwd* user = getpwuid(getuid());
+        if (user && user->pw_dir) home = user->pw_dir;
+    }
+    return home.empty() ? "" : home + "/.config";
+}
+
+bool Platform::makeFolder(const std::string& path) {
+    constexpr mode_t forTheUser = 0700;
+    for (std::size_t end = path.find('/', 1); end != std::string::npos;
+         end = path.find('/', end + 1)) {
+        mkdir(path.substr(0, end).c_str(), forTheUser); // most of them are there
+    }
+    return mkdir(path.c_str(), forTheUser) == 0;
+}
+
+Platform::ScreenSize Platform::primaryScreenSize() {
+    ScreenSize size;
+    const std::unique_ptr<Display, int (*)(Display*)> display(XOpenDisplay(nullptr), XCloseDisplay);
+    if (!display) return size;
+    const int screen = DefaultScreen(display.get());
+    size = {DisplayWidth(display.get(), screen), DisplayHeight(display.get(), screen)};
+    const Window root = RootWindow(display.get(), screen);
+    int eventBase = 0;
+    int errorBase = 0;
+    int major = 0;
+    int minor = 0;
+    const bool knowsOutputs = XRRQueryExtension(display.get(), &eventBase, &errorBase) &&
+                              XRRQueryVersion(display.get(), &major, &minor) &&
+                              (major > 1 || (major == 1 && minor >= 3));
+    if (!knowsOutputs) return size;
+    const std::unique_ptr<XRRScreenResources, void (*)(XRRScreenResources*)> resources(
+        XRRGetScreenResourcesCurrent(display.get(), root), XRRFreeScreenResources);
+    if (!resources) return size;
+    const RROutput primary = XRRGetOutputPrimary(display.get(), root);
+    if (primary == None) return size;
+    const std::unique_ptr<XRROutputInfo, void (*)(XRROutputInfo*)> output(
+        XRRGetOutputInfo(display.get(), resources.get(), primary), XRRFreeOutputInfo);
+    if (!output || output->crtc == None) return size;
+    const std::unique_ptr<XRRCrtcInfo, void (*)(XRRCrtcInfo*)> area(
+        XRRGetCrtcInfo(display.get(), resources.get(), output->crtc), XRRFreeCrtcInfo);
+    if (area) size = {static_cast<int>(area->width), static_cast<int>(area->height)};
+    return size;
 }
 
 std::int64_t Platform::calendarSeconds() {

@@ -1,0 +1,128 @@
+// SPDX-License-Identifier: Zlib
+// Drawing into a picture or into a part of the screen, reading the screen, and shader programs. The
+// game uses none of it.
+#include "drawing/OpenGLDrawer.h"
+
+#include <GL/glu.h>
+#include <SDL.h>
+
+#include <fstream>
+#include <iostream>
+
+static constexpr int featureShaders = 0;
+static constexpr int featureFrameBuffer = 1;
+
+bool OpenGLDrawer::canSupport(int feature) {
+    switch (feature) {
+    case featureShaders: {
+        const bool supported = glUniform1iARB != nullptr;
+        std::cout << "canSupport(Shaders) => " << supported << std::endl;
+        return supported;
+    }
+    case featureFrameBuffer:
+        std::cout << "canSupport(FrameBuffer) => " << true << std::endl;
+        return true;
+    default: return false;
+    }
+}
+
+// The text of a file up to its first zero byte; empty for what cannot be read, a folder included.
+static std::string readText(const std::string& path) {
+    std::ifstream file(path, std::ios::binary);
+    std::string text;
+    std::getline(file, text, '\0');
+    return text;
+}
+
+std::uint32_t OpenGLDrawer::createShader(const std::string& vertexFile,
+                                         const std::string& fragmentFile) {
+    if (!hasContext || !shaderSupport) return 0;
+    const GLhandleARB vertexShader = shaderCalls.createShaderObject(GL_VERTEX_SHADER_ARB);
+    const GLhandleARB fragmentShader = shaderCalls.createShaderObject(GL_FRAGMENT_SHADER_ARB);
+    const std::string vertexText = readText(vertexFile);
+    const std::string fragmentText = readText(fragmentFile);
+    const char* vertexSource = vertexText.c_str();
+    const char* fragmentSource = fragmentText.c_str();
+    shaderCalls.shaderSource(vertexShader, 1, &vertexSource, nullptr);
+    shaderCalls.shaderSource(fragmentShader, 1, &fragmentSource, nullptr);
+    shaderCalls.compileShader(vertexShader);
+    shaderCalls.compileShader(fragmentShader);
+
+    const GLhandleARB program = shaderCalls.createProgramObject();
+    shaderCalls.attachObject(program, vertexShader);
+    shaderCalls.attachObject(program, fragmentShader);
+    shaderCalls.linkProgram(program);
+    std::cout << "OpenGLDrawer Shader InfoLog:" << std::endl
+              << "----------------------------" << std::endl
+              << vertexFile << ":" << std::endl
+              << fragmentFile << ":" << std::endl;
+    baseUniform = shaderCalls.getUniformLocation(program, "base");
+    secondUniform = shaderCalls.getUniformLocation(program, "second");
+    paramUniform = shaderCalls.getUniformLocation(program, "shaderParam");
+    return program;
+}
+
+void OpenGLDrawer::setShaderParam(std::uint32_t program, float value) {
+    if (!hasContext) return;
+    shaderCalls.useProgramObject(program);
+    shaderCalls.uniform1f(paramUniform, value);
+}
+
+void OpenGLDrawer::beginOffscreen() {
+    if (!hasContext || frameBuffer == 0) return;
+    glBindFramebufferEXT(GL_FRAMEBUFFER_EXT, frameBuffer);
+    glDrawBuffer(GL_COLOR_ATTACHMENT0_EXT);
+    glMatrixMode(GL_PROJECTION);
+    glLoadIdentity();
+    glViewport(0, 0, width, height);
+    // Upside down against the window's: textures are painted with their first row at the top.
+    gluOrtho2D(0, width, 0, height);
+    glMatrixMode(GL_MODELVIEW);
+}
+
+void OpenGLDrawer::endOffscreen() {
+    if (!hasContext) return;
+    if (frameBuffer != 0) glBindFramebufferEXT(GL_FRAMEBUFFER_EXT, 0);
+    resetViewport();
+}
+
+void OpenGLDrawer::setViewport(std::int16_t x, std::int16_t y, std::int16_t w, std::int16_t h) {
+    if (!hasContext) return;
+    const auto pixelsDown = [this](std::int16_t units) {
+        return static_cast<std::int16_t>(static_cast<float>(units) / height * viewportH);
+    };
+    const auto pixelsAcross = [this](std::int16_t units) {
+        return static_cast<std::int16_t>(static_cast<float>(units) / width * viewportW);
+    };
+    const std::int16_t pixelHeight = pixelsDown(h);
+    const std::int16_t pixelWidth = pixelsAcross(w);
+    const float left = pixelsAcross(x) + viewportLeft;
+    const float bottom =
+        viewportH - static_cast<float>(pixelsDown(y) + pixelHeight) + viewportBottom;
+    glViewport(static_cast<GLint>(left), static_cast<GLint>(bottom), pixelWidth, pixelHeight);
+    glMatrixMode(GL_PROJECTION);
+    glLoadIdentity();
+    gluOrtho2D(0, w, h, 0);
+    glMatrixMode(GL_MODELVIEW);
+}
+
+void OpenGLDrawer::resetViewport() {
+    if (!hasContext) return;
+    setPictureViewport();
+    glMatrixMode(GL_PROJECTION);
+    glLoadIdentity();
+    gluOrtho2D(0, width, height, 0);
+    glMatrixMode(GL_MODELVIEW);
+}
+
+std::unique_ptr<std::uint8_t[]> OpenGLDrawer::readScreen() {
+    const std::size_t bytes = std::size_t{windowWidth} * windowHeight * 3;
+    if (hasContext) SDL_GL_SwapBuffers();
+    auto buffer = std::make_unique<std::uint8_t[]>(bytes);
+    if (!hasContext) return buffer;
+    // The driver would begin each row at a multiple of 4 bytes; the buffer holds them tight.
+    glPixelStorei(GL_PACK_ALIGNMENT, 1);
+    glReadPixels(0, 0, windowWidth, windowHeight, GL_RGB, GL_UNSIGNED_BYTE, buffer.get());
+    glPixelStorei(GL_PACK_ALIGNMENT, 4);
+    return buffer;
+}
