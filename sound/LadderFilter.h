@@ -9,6 +9,8 @@
 // very high resonance it starts again from silence. All in double precision.
 class LadderFilter {
 public:
+    static constexpr double lowestCutoff = 50; // hertz
+
     LadderFilter() { reset(); }
 
     // Cutoff in hertz, 50 at least; a resonance of about 1 oscillates by itself.
@@ -46,8 +48,6 @@ public:
 private:
     friend class Inspector;
     friend class VoiceKernel;
-
-    static constexpr double lowestCutoff = 50; // hertz
 
     void clear() { y1 = y2 = y3 = y4 = oldX = oldY1 = oldY2 = oldY3 = 0; }
 

@@ -3,6 +3,7 @@
 
 #include <array>
 #include <cstdint>
+#include <span>
 #include <string>
 
 #include "sound/PatchFile.h"
@@ -22,10 +23,15 @@ public:
         }
     }
 
-    // Adds all voices, in order, to `frames` stereo frames (2 x frames floats, interleaved).
+    // Adds all voices, in order, to `frames` stereo frames (2 x frames floats, interleaved). A
+    // voice class that knows how to render many together does so.
     void render(float* output, std::int32_t frames) {
-        for (Voice& voice : voices) {
-            if (voice.isActive()) voice.render(output, frames);
+        if constexpr (requires { Voice::renderAll(std::span<Voice>(voices), output, frames); }) {
+            Voice::renderAll(std::span<Voice>(voices), output, frames);
+        } else {
+            for (Voice& voice : voices) {
+                if (voice.isActive()) voice.render(output, frames);
+            }
         }
     }
 

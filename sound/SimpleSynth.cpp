@@ -5,15 +5,10 @@
 #include <iterator>
 
 #include "sound/HyperbolicTangent.h"
+#include "sound/VoiceKernel.h"
 
-static constexpr float sampleRate = 44100;             // hertz
-static constexpr float envelopeStep = 0.000022675737f; // seconds a sample
-static constexpr float detune = 0.999f;                // of the second oscillator
-static constexpr float attackLimit = 0.999f;           // an attack is never all of a note
-static constexpr float cutoffRange = 10975;            // hertz at a filterCutoff of 1
-static constexpr float cutoffTop = 11025;              // hertz at a full envelope
-static constexpr float cutoffFloor = 50;               // hertz, on top of everything
-static constexpr float outputGain = 0.5f;
+static constexpr float detune = 0.999f;      // of the second oscillator
+static constexpr float attackLimit = 0.999f; // an attack is never all of a note
 
 static float asItIs(float position) {
     return position;
@@ -60,8 +55,8 @@ const SimpleSynth::Parameter SimpleSynth::parameters[] = {
 };
 
 SimpleSynth::SimpleSynth()
-    : sawRow(&WaveTables::instance().sawRow(frequency1)),
-      squareRow(&WaveTables::instance().squareRow(frequency1)) {}
+    : sawRow(&WaveTables::instance().sawRow(startFrequency)),
+      squareRow(&WaveTables::instance().squareRow(startFrequency)) {}
 
 std::int32_t SimpleSynth::parameterCount() const {
     return static_cast<std::int32_t>(std::size(parameters));
@@ -123,6 +118,10 @@ SimpleSynth::Setting::Setting(const SimpleSynth& voice)
              voice.filterReleaseCurve),
       increment1(WaveTables::length / (sampleRate / voice.frequency1)),
       increment2(WaveTables::length / (sampleRate / voice.frequency2)) {}
+
+void SimpleSynth::renderAll(std::span<SimpleSynth> voices, float* output, std::int32_t frames) {
+    VoiceKernel::render(voices, output, frames);
+}
 
 void SimpleSynth::render(float* output, std::int32_t frames) {
     if (!isActive() || frames < 1) return;

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <atomic>
+#include <span>
 
 #include "sound/EnvelopeShape.h"
 #include "sound/LadderFilter.h"
@@ -19,6 +20,11 @@ class SimpleSynth : public MonophonicSynth {
 public:
     SimpleSynth();
 
+    // Adds all voices of a bank that sound, in order: what render would do with one after the
+    // other, to the last bit, but several times faster if there are some (VoiceKernel). Audio
+    // thread.
+    static void renderAll(std::span<SimpleSynth> voices, float* output, std::int32_t frames);
+
     void render(float* output, std::int32_t frames) override;
     void noteOn(float frequency, std::int32_t sampleOffset) override;
     void setParameter(const std::string& name, float value, bool stored) override;
@@ -32,6 +38,15 @@ public:
 private:
     friend class Inspector;
     friend class VoiceKernel;
+    friend class VoiceStages;
+
+    static constexpr float sampleRate = 44100;             // hertz
+    static constexpr float envelopeStep = 0.000022675737f; // seconds a sample
+    static constexpr float cutoffRange = 10975;            // hertz at a filterCutoff of 1
+    static constexpr float cutoffTop = 11025;              // hertz at a full envelope
+    static constexpr float cutoffFloor = 50;               // hertz, on top of everything
+    static constexpr float outputGain = 0.5f;
+    static constexpr float startFrequency = 440; // hertz
 
     // Attack, sustain and release of a level from 0 to 1; times in seconds from the note's begin.
     struct Envelope {
@@ -92,8 +107,8 @@ private:
     const WaveTables::Row* squareRow;
     float phase1 = 0; // table entries, 0 to the length of a row
     float phase2 = 0;
-    float frequency1 = 440; // hertz
-    float frequency2 = 439; // hertz
+    float frequency1 = startFrequency; // hertz
+    float frequency2 = 439;            // hertz
     LadderFilter filter;
     float envelopePosition = 0; // seconds
     bool waiting = false;       // the note has not begun

@@ -30,6 +30,18 @@ WaveTables::WaveTables() {
         addHarmonics(rows[i], end, 1);
         addHarmonics(rows[sawRows + i], 2 * end, 2);
     }
+    pairRows();
+}
+
+void WaveTables::pairRows() {
+    for (std::size_t i = 0; i < sawRows; ++i) {
+        const Row& saw = rows[i];
+        const Row& square = rows[sawRows + i];
+        for (std::size_t n = 0; n < length; ++n) {
+            const std::size_t next = (n + 1) % length;
+            pairedRows[i * length + n] = {saw[n], saw[next], square[n], square[next]};
+        }
+    }
 }
 
 const WaveTables& WaveTables::instance() {
