@@ -2,6 +2,7 @@
 // Fonts as they come out on the screen: each character against the font library's own picture of
 // it.
 #include <SDL.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <cstdlib>
@@ -186,7 +187,7 @@ public:
     }
 
 private:
-    std::filesystem::path root = testing::TempDir() + "tarnwick-font-test";
+    std::filesystem::path root = testing::TempDir() + "tarnwick-fonts-" + std::to_string(getpid());
 };
 
 static std::int32_t createFont(const std::string& name, std::string& printed) {
