@@ -40,6 +40,10 @@ TEST_F(NoWindow, SaysSoInOneLineAndAsksTheProgramToEnd) {
             int quits = 0;
             while (SDL_PollEvent(&event)) quits += event.type == SDL_QUIT;
             EXPECT_EQ(quits, 1);
+
+            // After a failure the library knows no display until it starts anew.
+            SDL_QuitSubSystem(SDL_INIT_VIDEO);
+            ASSERT_EQ(SDL_InitSubSystem(SDL_INIT_VIDEO), 0) << SDL_GetError();
         }
     }
 }
