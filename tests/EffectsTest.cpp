@@ -173,6 +173,15 @@ TEST(Clouds, DriftSeenOrNotAndTurnBeyondTheEdges) {
     EXPECT_EQ(Inspector::cloud(field, 2).x, 0);
     EXPECT_TRUE(Inspector::cloud(field, 2).driftingRight);
     EXPECT_EQ(Inspector::cloud(field, 4).y, 10);
+
+    // On the edge itself they go on.
+    Inspector::setCloud(field, 0, {64 - 0.001f, 10, true});
+    Inspector::setCloud(field, 1, {0.001f, 10, false});
+    spritesOf(field, WorldPoint{10000, 10000});
+    EXPECT_EQ(Inspector::cloud(field, 0).x, 64);
+    EXPECT_TRUE(Inspector::cloud(field, 0).driftingRight);
+    EXPECT_EQ(Inspector::cloud(field, 1).x, 0);
+    EXPECT_FALSE(Inspector::cloud(field, 1).driftingRight);
 }
 
 // --- stars
