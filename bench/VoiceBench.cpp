@@ -1,0 +1,82 @@
+// SPDX-License-Identifier: Zlib
+#include <benchmark/benchmark.h>
+
+#include <array>
+#include <memory>
+
+#include "bench/VoiceBanks.h"
+#include "sound/ClapSynth.h"
+#include "sound/CrashSynth.h"
+#include "sound/HatSynth.h"
+#include "sound/KickSynth.h"
+#include "sound/VoiceKernel.h"
+
+static constexpr std::int32_t bufferFrames = 256;
+static constexpr double sampleRate = 44100; // hertz
+
+// Calls render for buffer after buffer of notes that never end.
+template <typename Render>
+static void renderBuffers(benchmark::State& state, VoiceBanks& banks, Render render) {
+    std::array<float, 2 * bufferFrames> buffer = {};
+    std::int32_t frames = VoiceBanks::noteFrames;
+    for (auto _ : state) {
+        if (frames + bufferFrames > VoiceBanks::noteFrames) {
+            state.PauseTiming();
+            banks.start();
+            frames = 0;
+            state.ResumeTiming();
+        }
+        render(buffer.data());
+        frames += bufferFrames;
+    }
+}
+
+static void countSamples(benchmark::State& state, std::size_t voices) {
+    using benchmark::Counter;
+    const double samples = static_cast<double>(voices) * bufferFrames;
+    state.counters["voice-sample"] =
+        Counter(samples, Counter::kIsIterationInvariantRate | Counter::kInvert);
+}
+
+static void literalVoices(benchmark::State& state) {
+    const auto count = static_cast<std::size_t>(state.range(0));
+    VoiceBanks banks(count);
+    renderBuffers(state, banks, [&](float* output) { banks.renderLiteral(output, bufferFrames); });
+    countSamples(state, count);
+}
+
+// A bank of so many voices; second, the level of the processor.
+static void bankOfVoices(benchmark::State& state) {
+    const auto level = static_cast<VoiceKernel::Level>(state.range(1));
+    if (level > VoiceStages::best()) {
+        state.SkipWithError("this processor or this build has no such instructions");
+        return;
+    }
+    VoiceKernel::setLevel(level);
+    const auto count = static_cast<std::size_t>(state.range(0));
+    VoiceBanks banks(count);
+    renderBuffers(state, banks, [&](float* output) { banks.render(output, bufferFrames); });
+    countSamples(state, count);
+    VoiceKernel::setLevel(VoiceStages::best());
+}
+
+// All that can sound at once: 160 voices and four drums.
+static void everything(benchmark::State& state) {
+    VoiceBanks banks(160);
+    const std::array<std::unique_ptr<Synthesizer>, 4> drums = {
+        std::make_unique<KickSynth>(), std::make_unique<ClapSynth>(), std::make_unique<HatSynth>(),
+        std::make_unique<CrashSynth>()};
+    renderBuffers(state, banks, [&](float* output) {
+        banks.render(output, bufferFrames);
+        for (const auto& drum : drums) {
+            if (!drum->isActive()) drum->trigger(true, 0, false);
+            drum->render(output, bufferFrames);
+        }
+    });
+    state.counters["times real time"] = benchmark::Counter(
+        bufferFrames / sampleRate, benchmark::Counter::kIsIterationInvariantRate);
+}
+
+BENCHMARK(literalVoices)->Arg(1)->Arg(32);
+BENCHMARK(bankOfVoices)->ArgNames({"voices", "level"})->ArgsProduct({{1, 2, 8, 32}, {0, 1, 2}});
+BENCHMARK(everything);

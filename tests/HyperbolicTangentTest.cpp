@@ -1,0 +1,33 @@
+// SPDX-License-Identifier: Zlib
+#include "sound/HyperbolicTangent.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <limits>
+
+// Every 127th of all floats up to 10; all of them together showed 8.94e-8.
+TEST(HyperbolicTangent, IsCloseAndTheSameBitsEverywhere) {
+    const auto end = std::bit_cast<std::uint32_t>(10.0f);
+    double worst = 0;
+    std::uint64_t sum = 0xcbf29ce484222325; // FNV-1a over whole results
+    for (std::uint32_t bits = 0; bits <= end; bits += 127) {
+        const auto x = std::bit_cast<float>(bits);
+        const float y = hyperbolicTangent(x);
+        const double exact = std::tanh(static_cast<double>(x));
+        worst = std::max(worst, std::fabs(static_cast<double>(y) - exact));
+        sum = (sum ^ std::bit_cast<std::uint32_t>(y)) * 0x100000001b3;
+        if (y < 0 || y > 1 || hyperbolicTangent(-x) != -y) FAIL() << "at " << x;
+    }
+    EXPECT_LT(worst, 1e-7);
+    EXPECT_EQ(sum, 0xe2ae36b2b06b76ca);
+}
+
+TEST(HyperbolicTangent, HasItsLimits) {
+    constexpr float infinity = std::numeric_limits<float>::infinity();
+    EXPECT_EQ(hyperbolicTangent(infinity), 1);
+    EXPECT_EQ(hyperbolicTangent(-infinity), -1);
+    EXPECT_EQ(hyperbolicTangent(std::numeric_limits<float>::max()), 1);
+    EXPECT_TRUE(std::signbit(hyperbolicTangent(-0.0f)));
+    EXPECT_TRUE(std::isnan(hyperbolicTangent(std::numeric_limits<float>::quiet_NaN())));
+}
