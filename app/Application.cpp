@@ -1,13 +1,17 @@
 // SPDX-License-Identifier: Zlib
 #include "app/Application.h"
 
+#include <algorithm>
 #include <utility>
 
+#include "app/LaunchOptions.h"
+#include "app/Settings.h"
 #include "drawing/ImageLoader.h"
 #include "drawing/OpenGLDrawer.h"
 #include "game/GamePlay.h"
 #include "images/EmbeddedImages.h"
 #include "platform/Platform.h"
+#include "sound/AudioSingleton.h"
 
 static constexpr std::int16_t virtualWidth = 1280; // units
 static constexpr std::int16_t virtualHeight = 720;
@@ -32,40 +36,65 @@ static void chooseVideoDriver() {
     }
 }
 
-Application::Application(const std::vector<std::string>& /*arguments*/) {
+Application::Application(const std::vector<std::string>& arguments) {
+    const Settings settings;
     bindDefaults();
     chooseVideoDriver();
+    // The class of the window: a desktop finds the game's name and picture by it.
+    Platform::setEnvironment("SDL_VIDEO_X11_WMCLASS", "tarnwick");
     if (SDL_Init(SDL_INIT_TIMER | SDL_INIT_VIDEO | SDL_INIT_JOYSTICK) < 0) {
         throw FatalError{std::string("Could not initialise SDL: ") + SDL_GetError()};
     }
     SDL_WM_SetCaption("Tarnwick Episode", nullptr);
 
-    windowWidth = virtualWidth;
-    windowHeight = virtualHeight;
-    const bool fullscreen = false;
-    const std::int32_t antialiasing = 0; // samples
-
-    drawer = std::make_unique<OpenGLDrawer>(virtualWidth, virtualHeight);
-    const bool opened =
-        drawer->createWindow(static_cast<std::uint16_t>(windowWidth),
-                             static_cast<std::uint16_t>(windowHeight), fullscreen, antialiasing);
-    // The drawer's request to quit is lost: switching the joysticks' events on empties the queue.
-    if (!opened) quit();
+    const LaunchOptions options(arguments, settings);
+    windowWidth = options.width;
+    windowHeight = options.height;
+    noSound = options.noSound;
+    noMusic = options.noMusic;
+    openWindow(options.fullscreen, options.antialiasing);
     state = std::make_unique<GamePlay>(*this);
     openJoysticks();
+    openAudio(options.audioApi);
     SDL_ShowCursor(SDL_DISABLE);
 }
 
 Application::~Application() {
+    // First of all, so that the audio thread is gone before anything that it uses.
+    if (!noSound) audioDevice.close();
     for (SDL_Joystick* joystick : joysticks) SDL_JoystickClose(joystick);
     drawer.reset();
     state.reset();
     SDL_Quit();
 }
 
+void Application::openWindow(bool fullscreen, std::int32_t antialiasing) {
+    drawer = std::make_unique<OpenGLDrawer>(virtualWidth, virtualHeight);
+    const bool opened =
+        drawer->createWindow(static_cast<std::uint16_t>(windowWidth),
+                             static_cast<std::uint16_t>(windowHeight), fullscreen, antialiasing);
+    // The drawer's request to quit is lost: switching the joysticks' events on empties the queue.
+    if (!opened) quit();
+}
+
 void Application::openJoysticks() {
     SDL_JoystickEventState(SDL_ENABLE);
     for (int i = 0; i < SDL_NumJoysticks(); ++i) joysticks.push_back(SDL_JoystickOpen(i));
+}
+
+void Application::openAudio(const std::string& audioApi) {
+    audioDevice.setCallback(this);
+    audioDevice.setChannels(0, 2);
+    audioDevice.setSampleRate(44100.0);
+    audioDevice.setAudioApi(audioApi);
+    if (noSound) return;
+    AudioSingleton::instance(); // is built here; the audio thread only finds it
+    audioDevice.open();
+}
+
+void Application::fillBuffer(const void* /*input*/, float* output, std::uint32_t frames) {
+    std::fill_n(output, std::size_t{frames} * 2, 0.0f);
+    AudioSingleton::instance().process(output, static_cast<std::int32_t>(frames));
 }
 
 void Application::loadGlyphs() {

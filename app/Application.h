@@ -10,21 +10,24 @@
 #include <vector>
 
 #include "app/FatalError.h"
+#include "sound/PortAudioCallback.h"
+#include "sound/PortAudioDevice.h"
 
 class Drawer;
 class GameState;
 
 // The root of the program. It is built on the entry function's stack, opens everything, runs the
-// main loop and closes everything. It owns the drawer and the current state, turns SDL's events
-// into calls on that state, and holds the frames at least 15 ms apart. Main thread only.
-class Application {
+// main loop and closes everything. It owns the drawer, the current state and the audio stream,
+// turns SDL's events into calls on the state, and holds the frames at least 15 ms apart. Main
+// thread, but for fillBuffer.
+class Application : public PortAudioCallback {
 public:
     // Does all of start-up; takes the command line without the program's own name. Throws
-    // FatalError if SDL cannot be initialised.
+    // FatalError if SDL cannot be initialised, and for --help after printing it.
     explicit Application(const std::vector<std::string>& arguments);
     Application(const Application&) = delete;
     Application& operator=(const Application&) = delete;
-    ~Application();
+    ~Application() override;
 
     // The glyph images and the main loop; returns when quit was asked for.
     void run();
@@ -36,11 +39,19 @@ public:
     // value, since the caller's object goes. The second text is unused.
     void changeState(std::string name, std::string second);
 
+    // Whether the player wants the play without its music.
+    bool isMusicOff() const { return noMusic; }
+
+    // All sound passes here: stereo frames (2 x frames floats, interleaved). Audio thread.
+    void fillBuffer(const void* input, float* output, std::uint32_t frames) override;
+
 private:
     friend class Inspector;
 
     // Start-up and frame (Application.cpp)
+    void openWindow(bool fullscreen, std::int32_t antialiasing);
     void openJoysticks();
+    void openAudio(const std::string& audioApi);
     void loadGlyphs();
     bool runFrame(); // one pass of the main loop; false, and no frame, once quit was asked for
     void handleEvents();
@@ -64,6 +75,7 @@ private:
     std::int32_t virtualX(std::int32_t x) const;
     std::int32_t virtualY(std::int32_t y) const;
 
+    PortAudioDevice audioDevice;
     bool quitRequested = false;
     std::uint32_t lastFrameTicks = 0; // ms, when the last frame was allowed to begin
     std::int32_t windowWidth = 0;     // pixels asked for

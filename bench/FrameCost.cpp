@@ -126,7 +126,7 @@ int main() {
         std::cout << "The replay does not reach the goal" << std::endl;
         return 1;
     }
-    Application application({});
+    Application application(Inspector::quietArguments());
     auto& drawer = static_cast<OpenGLDrawer&>(Inspector::drawer(application));
     GamePlay play(application);
     GamePlay ending(application);

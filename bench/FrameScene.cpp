@@ -33,7 +33,7 @@ LevelMap FrameScene::makeLevel(std::uint32_t width, std::uint32_t height) {
 
 Application& FrameScene::application() {
     GlStandIn::start();
-    static Application only({});
+    static Application only(Inspector::quietArguments());
     return only;
 }
 

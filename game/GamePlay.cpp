@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Zlib
 #include "game/GamePlay.h"
 
+#include "app/Application.h"
 #include "app/FilePath.h"
 #include "drawing/OpenGLDrawer.h"
 #include "drawing/SpriteTexture.h"
@@ -27,7 +28,22 @@ static FilePath levelFile() {
 }
 
 GamePlay::GamePlay(Application& owner)
-    : GameState(owner), map(levelFile()), player(start), vortex(false) {}
+    : GameState(owner), map(levelFile()), player(start), vortex(false) {
+    if (owner.isMusicOff()) return;
+    AudioSingleton& sound = AudioSingleton::instance();
+    music.start(sound);
+    sound.setCallback(this); // last: from here on a bar event may come
+}
+
+GamePlay::~GamePlay() {
+    AudioSingleton& sound = AudioSingleton::instance();
+    sound.setCallback(nullptr); // first, and it waits for a bar event in flight,
+    sound.clearSteps();         // which would write notes back
+}
+
+void GamePlay::onBar() {
+    music.onBar(AudioSingleton::instance(), player.speed());
+}
 
 void GamePlay::draw(Drawer& drawer) {
     if (skyTexture == 0) {

@@ -64,7 +64,7 @@ protected:
     void SetUp() override {
         GlStandIn::start();
         testing::internal::CaptureStdout(); // the drawer's report
-        application = std::make_unique<Application>(std::vector<std::string>());
+        application = std::make_unique<Application>(Inspector::quietArguments());
         testing::internal::GetCapturedStdout();
         Inspector::setState(*application, std::make_unique<Recorder>(*application, log));
     }

@@ -52,7 +52,7 @@ protected:
         drawer.resetViewport();
     }
 
-    Application application = Application({});
+    Application application = Application(Inspector::quietArguments());
     OpenGLDrawer& drawer;
     std::unique_ptr<GamePlay> play;
     std::unique_ptr<LiteralPlay> literal;

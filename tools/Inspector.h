@@ -6,6 +6,7 @@
 #include <map>
 #include <memory>
 #include <string>
+#include <vector>
 
 class Application;
 class CloudField;
@@ -45,6 +46,9 @@ public:
 
     static Drawer& drawer(Application& application);
     static void setDrawer(Application& application, std::unique_ptr<Drawer> drawer);
+    // Arguments that open a window of the virtual screen's size and no sound device.
+    static std::vector<std::string> quietArguments();
+
     static GameState* state(Application& application);
     static void setState(Application& application, std::unique_ptr<GameState> state);
     static bool runFrame(Application& application);

@@ -14,6 +14,10 @@ void Inspector::setDrawer(Application& application, std::unique_ptr<Drawer> draw
     application.drawer = std::move(drawer);
 }
 
+std::vector<std::string> Inspector::quietArguments() {
+    return {"-win", "-w", "1280", "-h", "720", "-ns"};
+}
+
 GameState* Inspector::state(Application& application) {
     return application.state.get();
 }

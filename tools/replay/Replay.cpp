@@ -3,18 +3,31 @@
 
 #include <charconv>
 #include <cstdio>
+#include <cstdlib>
 #include <filesystem>
 
 #include "app/Application.h"
+#include "app/FilePath.h"
 #include "game/GamePlay.h"
 #include "game/Noise.h"
+#include "platform/Platform.h"
+#include "sound/AudioSingleton.h"
 #include "tools/Inspector.h"
 #include "tools/replay/PictureFile.h"
 
 static constexpr SDLKey keySymbols[InputScript::keyCount] = {SDLK_UP,   SDLK_LEFT,  SDLK_RIGHT,
                                                              SDLK_DOWN, SDLK_SPACE, SDLK_ESCAPE};
 
+// Samples of a frame's sound, in turn: 15 ms are 661.5.
+static constexpr std::int32_t frameSamples[] = {661, 662};
+
 static Replay* playing = nullptr;
+
+static std::filesystem::path makeSettingsFolder() {
+    std::string name = (std::filesystem::temp_directory_path() / "tarnwick-replay-XXXXXX").string();
+    const char* made = mkdtemp(name.data());
+    return made ? made : "/nonexistent";
+}
 
 Replay& Replay::current() {
     return *playing;
@@ -23,11 +36,22 @@ Replay& Replay::current() {
 Replay::Replay(const Options& chosen) : options(chosen) {}
 
 bool Replay::play(std::string& failure) {
-    if (!open(failure)) return false;
+    const std::filesystem::path settings = makeSettingsFolder();
+    Platform::setEnvironment("XDG_CONFIG_HOME", settings);
+    const bool played = open(failure) && run(failure);
+    std::error_code problem;
+    std::filesystem::remove_all(settings, problem);
+    return played;
+}
+
+bool Replay::run(std::string& failure) {
     playing = this;
     noiseSeed() = options.seed;
+    std::vector<std::string> arguments = options.gameArguments;
+    if (arguments.empty()) arguments = Inspector::quietArguments();
+    arguments.push_back("-ns");
     try {
-        Application real(options.gameArguments);
+        Application real(arguments);
         application = &real;
         real.run();
     } catch (const FatalError& error) {
@@ -35,7 +59,8 @@ bool Replay::play(std::string& failure) {
         return false;
     }
     trace.close();
-    if (options.trace.size() && !trace) writeFailure = "cannot write " + options.trace;
+    if (!options.trace.empty() && !trace) writeFailure = "cannot write " + options.trace;
+    if (sound && !sound->close()) writeFailure = sound->getFailure();
     failure = reachedEnd ? writeFailure : "the program ended before the script";
     return failure.empty();
 }
@@ -55,6 +80,17 @@ bool Replay::open(std::string& failure) {
         std::filesystem::create_directories(options.pictures, problem);
         if (problem) {
             failure = "cannot make " + options.pictures + ": " + problem.message();
+            return false;
+        }
+    }
+    if (!options.pitches.empty() && !FilePath(options.pitches).isFile()) {
+        failure = "cannot read " + options.pitches;
+        return false;
+    }
+    if (!options.sound.empty()) {
+        sound = std::make_unique<WavFile>(options.sound, WavFile::Samples::int16);
+        if (!sound->isGood()) {
+            failure = "cannot write " + options.sound + ": " + sound->getFailure();
             return false;
         }
     }
@@ -104,7 +140,19 @@ void Replay::swapBuffers() {
     if (!options.pictures.empty() && (regular || options.frames.count(frame))) {
         writePictureOfFrame();
     }
+    renderSound();
     ++frame;
+}
+
+// Rendered also when nobody wants it, since the music draws from the noise.
+void Replay::renderSound() {
+    if (frame == 0 && !options.pitches.empty()) {
+        AudioSingleton::instance().setPitches(readPitches(options.pitches));
+    }
+    const std::int32_t samples = frameSamples[frame % 2];
+    std::vector<float> buffer(static_cast<std::size_t>(samples) * 2);
+    application->fillBuffer(nullptr, buffer.data(), static_cast<std::uint32_t>(samples));
+    if (sound) sound->append(buffer.data(), samples);
 }
 
 static void append(std::string& line, float number) {

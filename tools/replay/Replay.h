@@ -6,9 +6,11 @@
 #include <cstdint>
 #include <deque>
 #include <fstream>
+#include <memory>
 #include <set>
 #include <string>
 
+#include "tools/WavFile.h"
 #include "tools/replay/InputScript.h"
 
 class Application;
@@ -22,12 +24,14 @@ class Replay {
 public:
     struct Options {
         std::string script;
-        std::string trace;              // file to write, empty for none
-        std::string pictures;           // folder for the pictures
-        std::uint32_t every = 0;        // a picture of every so many frames, 0 for none
-        std::set<std::uint32_t> frames; // pictures of these frames
-        std::uint32_t seed = 1;         // of the noise
-        std::vector<std::string> gameArguments;
+        std::string trace;                      // file to write, empty for none
+        std::string pictures;                   // folder for the pictures
+        std::uint32_t every = 0;                // a picture of every so many frames, 0 for none
+        std::set<std::uint32_t> frames;         // pictures of these frames
+        std::string sound;                      // WAV file to write, empty for none
+        std::string pitches;                    // pitch file, empty for one that the game picks
+        std::uint32_t seed = 1;                 // of the noise
+        std::vector<std::string> gameArguments; // empty: a window of 1280 by 720
     };
 
     explicit Replay(const Options& options);
@@ -46,6 +50,8 @@ public:
 
 private:
     bool open(std::string& failure);
+    bool run(std::string& failure);
+    void renderSound();
     void queueFrame();
     void writeTrace();
     void writePictureOfFrame();
@@ -53,6 +59,7 @@ private:
     Options options;
     InputScript script;
     std::ofstream trace;
+    std::unique_ptr<WavFile> sound;
     Application* application = nullptr;
     Uint32 clock = 1000; // ms
     std::uint32_t frame = 0;

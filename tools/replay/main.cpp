@@ -2,6 +2,7 @@
 // Plays an input script on the real game and writes down what happens; see usage below.
 #include <charconv>
 #include <iostream>
+#include <map>
 #include <sstream>
 
 #include "tools/replay/Replay.h"
@@ -13,7 +14,16 @@ static constexpr const char* usage =
     "  --pictures FOLDER  write pictures (PNG) there, named by their frame:\n"
     "  --every N            every Nth frame\n"
     "  --frames A,B,C       these frames\n"
-    "  --seed N           start of the random numbers (1)\n";
+    "  --sound FILE       write what is heard (16-bit WAV)\n"
+    "  --pitches FILE     play the music on these pitches\n"
+    "  --seed N           start of the random numbers (1)\n"
+    "Without arguments the game gets -win -w 1280 -h 720; it never opens a sound device.\n";
+
+static const std::map<std::string, std::string Replay::Options::*> textOptions = {
+    {"--script", &Replay::Options::script},     {"--trace", &Replay::Options::trace},
+    {"--pictures", &Replay::Options::pictures}, {"--sound", &Replay::Options::sound},
+    {"--pitches", &Replay::Options::pitches},
+};
 
 static bool readNumber(const std::string& text, std::uint32_t& number) {
     const auto [end, problem] = std::from_chars(text.data(), text.data() + text.size(), number);
@@ -36,14 +46,9 @@ static bool readOption(const std::string& name, const std::string& value,
     if (name == "--every") return readNumber(value, options.every);
     if (name == "--frames") return readNumbers(value, options.frames);
     if (name == "--seed") return readNumber(value, options.seed);
-    if (name == "--script")
-        options.script = value;
-    else if (name == "--trace")
-        options.trace = value;
-    else if (name == "--pictures")
-        options.pictures = value;
-    else
-        return false;
+    const auto text = textOptions.find(name);
+    if (text == textOptions.end()) return false;
+    options.*text->second = value;
     return true;
 }
 
