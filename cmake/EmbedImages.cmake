@@ -1,6 +1,6 @@
 # SPDX-License-Identifier: Zlib
-# Writes the C++ source of the picture tables. Run as
-#   cmake -D OUTPUT=... -D FOLDER=... -D "GLYPHS=a,b" -D "SPRITES=a,b" -P EmbedImages.cmake
+# Writes the C++ source of the picture tables and the icon. Run as
+#   cmake -D OUTPUT=... -D FOLDER=... -D "GLYPHS=a,b" -D "SPRITES=a,b" -D ICON=c -P EmbedImages.cmake
 # with the picture files in the order of the tables, relative to FOLDER.
 cmake_minimum_required(VERSION 3.25)
 
@@ -28,4 +28,6 @@ endfunction()
 file(WRITE ${OUTPUT}.new "#include \"images/EmbeddedImages.h\"\n\n")
 append_table(glyph "${GLYPHS}")
 append_table(sprite "${SPRITES}")
+append_array(${ICON} icon)
+file(APPEND ${OUTPUT}.new "const EmbeddedImage iconImage = {icon, sizeof icon};\n")
 file(RENAME ${OUTPUT}.new ${OUTPUT})

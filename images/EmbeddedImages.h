@@ -33,3 +33,6 @@ enum SpriteImage {
     spriteImageCount = 24
 };
 extern const EmbeddedImage spriteImages[spriteImageCount];
+
+// The window's icon, 32 by 32; it stands in neither table.
+extern const EmbeddedImage iconImage;

@@ -117,6 +117,10 @@ TEST_F(EmbeddedImages, EveryEntryDecodesToItsSize) {
         const Picture sprite = decode(spriteImages[i]);
         EXPECT_EQ(std::pair(sprite.width(), sprite.height()), sizes[i]) << i;
     }
+    const Picture icon = decode(iconImage);
+    EXPECT_EQ(std::pair(icon.width(), icon.height()), std::pair(32, 32));
+    EXPECT_EQ(icon.at(0, 0).alpha, 0); // a window manager shows what is behind its corners
+    EXPECT_EQ(icon.at(16, 26).alpha, 255);
 }
 
 TEST_F(EmbeddedImages, TheSkyIsAnOpaqueJpegAndTheRestArePngsWithAnAlpha) {
