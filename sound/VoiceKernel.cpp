@@ -78,7 +78,7 @@ void VoiceKernel::renderBlock(std::span<SimpleSynth* const> voices, float* outpu
     }
 }
 
-// On the safe side: of two voices with the same bits either way, the scalar path may have one more.
+// May say no to a voice that is steady by a hair: the bits are the same either way.
 bool VoiceKernel::isSteady(const SimpleSynth& voice, std::size_t frames) {
     constexpr float highest = SimpleSynth::sampleRate; // hertz; there a sample is a whole row
     if (voice.waiting) return false;
