@@ -68,8 +68,8 @@ private:
     };
 
     // An envelope between two of its corners: origin + slope x shape, where the shape is over the
-    // share of `length` that has passed since `begin`. A held level is a release that takes for ever.
-    // The origin and the slope are 0, 1 or -1, so they round nothing.
+    // share of `length` that has passed since `begin`. A held level is a release that takes for
+    // ever. The origin and the slope are 0, 1 or -1, so they round nothing.
     struct Segment {
         Floats begin;
         Floats length;
