@@ -31,9 +31,7 @@ protected:
     }
 };
 
-TEST_F(MainLoop, StartsWithThePlayInAWindowOfItsSize) {
-    Application fresh({});
-    EXPECT_EQ(Inspector::state(fresh)->getName(), "GamePlay");
+TEST_F(MainLoop, StartsWithItsTitleAndWithoutACursor) {
     EXPECT_EQ(SDL_ShowCursor(SDL_QUERY), SDL_DISABLE);
     char* title = nullptr;
     SDL_WM_GetCaption(&title, nullptr);

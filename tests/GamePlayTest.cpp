@@ -117,6 +117,13 @@ protected:
                              [&](const Call& call) { return call.name == name; });
     }
 
+    static float barWidth(const std::vector<Call>& calls) {
+        const auto bar = std::find_if(calls.begin(), calls.end(), [](const Call& call) {
+            return call.name == "rect" && call.numbers[5] == 0 && call.numbers[4] == 255;
+        });
+        return bar == calls.end() ? -1 : bar->numbers[2];
+    }
+
     Player& player() { return Inspector::player(*play); }
     Motion motion() { return Inspector::motion(player()); }
     bool isFinished() const { return Inspector::isFinished(*play); }
@@ -210,9 +217,8 @@ TEST_F(Play, TheGoalIsMetInTheFrameThatReachesIt) {
     const std::vector<Call>& calls = draw();
     EXPECT_TRUE(isFinished());
     EXPECT_EQ(motion().x, 11.75f) << "the step itself still counts";
-    EXPECT_EQ(calls[calls.size() - 6].numbers[2], 450) << "the bar ends at the mark";
-    EXPECT_EQ(count(calls, "turned 8x8"), 4) << "the vortex, over all else";
-    EXPECT_EQ(calls.back().name, "turned 8x8");
+    EXPECT_EQ(barWidth(calls), 450) << "the bar ends at the mark";
+    EXPECT_EQ(calls.back().name, "turned 8x8") << "the vortex, over all else";
     EXPECT_EQ(count(calls, "turned 32x32"), 1) << "the runner spins already";
 }
 
@@ -231,8 +237,7 @@ TEST_F(Play, AfterTheGoalTheRunnerRestsAndTheKeysDoNot) {
     for (int frame = 0; frame < 5; ++frame) {
         const std::vector<Call>& calls = draw();
         EXPECT_EQ(count(calls, "turned 16x16"), 1) << "no further one";
-        const Call& bar = calls[calls.size() - 6];
-        EXPECT_EQ(bar.numbers[2], player().kickSpeed() * 300) << "it stays where it was";
+        EXPECT_EQ(barWidth(calls), player().kickSpeed() * 300) << "it stays where it was";
     }
     EXPECT_EQ(motion().x, atGoal.x);
     EXPECT_EQ(motion().y, atGoal.y);
