@@ -1,8 +1,11 @@
 // SPDX-License-Identifier: Zlib
 #include "sound/PortAudioDevice.h"
 
+#include <atomic>
+#include <chrono>
 #include <cstdlib>
 #include <iostream>
+#include <thread>
 #include <utility>
 
 #include "platform/Platform.h"
@@ -18,9 +21,16 @@ static constexpr std::pair<const char*, PaHostApiTypeId> audioApis[] = {
     {"JACK", paJACK}};
 static constexpr double secondRate = 48000; // hertz, where the first is refused
 static constexpr PaTime lowestLatency = 0;  // seconds
+static constexpr int patience = 300;        // ms; a buffer is due every few of them
 
 // The open device of the program, for closeAtExit.
 static PortAudioDevice* playing = nullptr;
+
+// Buffers asked for so far, round and round; written by the audio thread.
+static std::atomic<std::uint32_t> buffersAsked = 0;
+
+// The open stream's server is gone, and the stream could not be closed.
+static std::atomic<bool> abandoned = false;
 
 void PortAudioDevice::setChannels(std::int32_t input, std::int32_t output) {
     inputChannels = input;
@@ -60,6 +70,7 @@ bool PortAudioDevice::open() {
         return false;
     }
     isOpen = true;
+    abandoned = false;
     // When the display goes away its library calls exit; what is static would then be destroyed
     // under the callback.
     static const int registered = std::atexit(closeAtExit);
@@ -77,6 +88,7 @@ bool PortAudioDevice::startStream() {
     const PaStreamParameters output = {outputDevice, outputChannels, paFloat32, lowestLatency,
                                        nullptr};
     if (api) settleSampleRate(output);
+    throughJack = api && api->type == paJACK;
     if (!api ||
         Pa_OpenStream(&stream, inputChannels < 1 ? nullptr : &input,
                       outputChannels < 1 ? nullptr : &output, sampleRate,
@@ -115,11 +127,27 @@ void PortAudioDevice::settleSampleRate(const PaStreamParameters& output) {
     std::cout << "48000Hz not supported either?" << std::endl;
 }
 
+// Waits for the next buffer that the stream asks for, and says whether there was one.
+static bool isStillAsked() {
+    const std::uint32_t before = buffersAsked.load(std::memory_order_relaxed);
+    for (int waited = 0; waited < patience; ++waited) {
+        if (buffersAsked.load(std::memory_order_relaxed) != before) return true;
+        std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    }
+    return false;
+}
+
 void PortAudioDevice::close() {
     if (!isOpen) return;
-    Pa_StopStream(stream);
-    Pa_CloseStream(stream);
-    Pa_Terminate();
+    // PortAudio lets the next buffer of JACK's end the stream, and of a server that has died it
+    // would wait ten minutes for it.
+    if (throughJack && !isStillAsked()) {
+        abandoned = true;
+    } else {
+        Pa_StopStream(stream);
+        Pa_CloseStream(stream);
+        Pa_Terminate();
+    }
     isOpen = false;
     if (playing == this) playing = nullptr;
 }
@@ -131,6 +159,8 @@ void PortAudioDevice::closeAtExit() {
 int PortAudioDevice::fillBuffer(const void* input, void* output, unsigned long frames,
                                 const PaStreamCallbackTimeInfo* /*time*/,
                                 PaStreamCallbackFlags /*flags*/, void* userData) {
+    buffersAsked.store(buffersAsked.load(std::memory_order_relaxed) + 1, std::memory_order_relaxed);
+    if (abandoned) return paContinue; // the server was only halted, and nobody is left to ask
     if (auto* source = static_cast<PortAudioCallback*>(userData)) {
         source->fillBuffer(input, static_cast<float*>(output), static_cast<std::uint32_t>(frames));
     }

@@ -37,8 +37,8 @@ public:
     // that exits under an open stream closes it before anything built earlier is destroyed.
     bool open();
 
-    // Ends the stream, if it is open; no callback runs any more when it returns. A sound server
-    // that is halted, not gone, can hold it up for half a minute.
+    // Ends the stream, if it is open; no callback runs any more when it returns, also if the sound
+    // server has gone. One that is halted, not gone, can hold it up for half a minute.
     void close();
 
 private:
@@ -57,4 +57,5 @@ private:
     double sampleRate = 44100; // hertz
     std::int32_t audioApi = paDirectSound;
     bool isOpen = false;
+    bool throughJack = false;
 };

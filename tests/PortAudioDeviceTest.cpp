@@ -5,9 +5,13 @@
 #include <sys/resource.h>
 #include <unistd.h>
 
+#include <atomic>
+#include <chrono>
 #include <cstdlib>
 #include <iostream>
 #include <sstream>
+#include <thread>
+#include <utility>
 
 #include <gtest/gtest.h>
 
@@ -223,6 +227,36 @@ TEST_F(PortAudioDeviceTest, WithoutTheChosenApiTheDefaultOneIsTaken) {
     EXPECT_FALSE(device.open());
     EXPECT_EQ(takePrinted(), "PortAudioDevice Error: Could not open stream.\n");
     EXPECT_EQ(takeCalls(), (Calls{"Initialize", "Terminate"}));
+}
+
+// A JACK that has died never asks again, and PortAudio would wait for that.
+TEST_F(PortAudioDeviceTest, AStreamOfJackThatNobodyAsksAnyMoreIsLeftAlone) {
+    float buffer[2] = {};
+    const auto ask = [&] { return fake.callback(nullptr, buffer, 1, nullptr, 0, fake.userData); };
+    device.setAudioApi("JACK");
+    ASSERT_TRUE(device.open());
+    ask();
+    EXPECT_EQ(std::exchange(buffer[0], 0.0f), 0.25f);
+    takeCalls();
+    device.close();
+    EXPECT_EQ(takeCalls(), Calls());
+    ask(); // was it only halted, nothing of the program's is touched any more
+    EXPECT_EQ(buffer[0], 0.0f);
+
+    ASSERT_TRUE(device.open());
+    std::atomic<bool> closed = false;
+    std::thread server([&] {
+        while (!closed) {
+            ask();
+            std::this_thread::sleep_for(std::chrono::milliseconds(2));
+        }
+    });
+    takeCalls();
+    device.close();
+    closed = true;
+    server.join();
+    EXPECT_EQ(takeCalls(), closing);
+    EXPECT_EQ(buffer[0], 0.25f);
 }
 
 TEST_F(PortAudioDeviceTest, ThePeriodIsSetUnlessThePlayerSetOne) {

@@ -1,0 +1,155 @@
+// SPDX-License-Identifier: Zlib
+// piece_player offline SECONDS FRAMES: writes a known piece to standard output, raw floats in
+// stereo, rendered in buffers of so many frames.
+// piece_player stream API: opens the output stream as the game does and obeys a word a line on
+// standard input, answering each with a line:
+//   start   the stream, silent so far, goes over to the piece
+//   report  frames asked for so far, seconds since the first, frames of the longest buffer
+//   close   closes the device
+//   exit    calls exit while the stream is open, as a display's library does
+// The end of the input is the end of the program.
+
+#include <algorithm>
+#include <atomic>
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+#include <iostream>
+#include <string>
+#include <vector>
+
+#include "game/Noise.h"
+#include "game/PlayMusic.h"
+#include "game/SharedValue.h"
+#include "sound/AudioSingleton.h"
+#include "sound/PortAudioCallback.h"
+#include "sound/PortAudioDevice.h"
+
+static constexpr double sampleRate = 44100; // hertz
+
+// The stream that the device opened.
+static PaStream* openedStream = nullptr;
+
+extern "C" PaError __real_Pa_OpenStream(PaStream**, const PaStreamParameters*,
+                                        const PaStreamParameters*, double, unsigned long,
+                                        PaStreamFlags, PaStreamCallback*, void*);
+
+extern "C" PaError __wrap_Pa_OpenStream(PaStream** stream, const PaStreamParameters* input,
+                                        const PaStreamParameters* output, double rate,
+                                        unsigned long frames, PaStreamFlags flags,
+                                        PaStreamCallback* callback, void* userData) {
+    const PaError result =
+        __real_Pa_OpenStream(stream, input, output, rate, frames, flags, callback, userData);
+    openedStream = result == paNoError ? *stream : nullptr;
+    return result;
+}
+
+// The music of a fast play with drums under it, the same in each run. No two drums that draw noise
+// sound at once, nor one while a bar begins: where buffers begin does not change who draws what.
+class KnownPiece : public AudioSingleton::Callback {
+public:
+    void start() {
+        noiseSeed() = 1;
+        sound.setPitches({220, 247.5f, 275, 330, 371.25f, 412.5f, 110, 55});
+        for (const auto& [track, steps] : drums) {
+            for (const std::int32_t step : steps) sound.toggleStep(track, step, 0);
+        }
+        music.start(sound);
+        sound.setCallback(this);
+    }
+
+    void onBar() override { music.onBar(sound, 1); }
+
+private:
+    const std::vector<std::pair<std::int32_t, std::vector<std::int32_t>>> drums = {
+        {4, {0, 8}}, {5, {4, 12}}, {6, {2, 6, 10, 14}}};
+    AudioSingleton& sound = AudioSingleton::instance();
+    PlayMusic music;
+};
+
+// Half as loud as the game: a recorder may not bear samples beyond 1.
+static void render(float* output, std::size_t frames) {
+    std::fill_n(output, 2 * frames, 0.0f);
+    AudioSingleton::instance().process(output, static_cast<std::int32_t>(frames));
+    for (std::size_t i = 0; i < 2 * frames; ++i) output[i] *= 0.5f;
+}
+
+// What the game's root does for the stream, and what that asked of it.
+class PieceStream : public PortAudioCallback {
+public:
+    void fillBuffer(const void* /*input*/, float* output, std::uint32_t frames) override {
+        const auto now = std::chrono::steady_clock::now();
+        if (asked == 0) begin = now;
+        const std::chrono::duration<double> passed = now - begin;
+        seconds = passed.count();
+        longest = std::max<std::uint32_t>(longest, frames);
+        asked += frames;
+        if (playing.load(std::memory_order_acquire)) {
+            render(output, frames);
+        } else {
+            std::fill_n(output, 2 * frames, 0.0f);
+        }
+    }
+
+    void start() { playing.store(true, std::memory_order_release); }
+
+    std::string report() const {
+        return std::to_string(asked) + " " + std::to_string(seconds) + " " +
+               std::to_string(longest);
+    }
+
+private:
+    std::atomic<bool> playing = false;
+    std::chrono::steady_clock::time_point begin;
+    SharedValue<std::uint64_t> asked = 0;
+    SharedValue<double> seconds = 0;
+    SharedValue<std::uint32_t> longest = 0;
+};
+
+static int renderOffline(double seconds, std::size_t frames) {
+    KnownPiece piece;
+    piece.start();
+    std::vector<float> buffer(2 * frames);
+    for (double left = seconds * sampleRate; left > 0; left -= static_cast<double>(frames)) {
+        render(buffer.data(), frames);
+        std::fwrite(buffer.data(), sizeof(float), buffer.size(), stdout);
+    }
+    return 0;
+}
+
+static int playOnStream(const std::string& api) {
+    KnownPiece piece;
+    PieceStream stream;
+    PortAudioDevice device;
+    device.setCallback(&stream);
+    device.setChannels(0, 2);
+    device.setSampleRate(sampleRate);
+    device.setAudioApi(api);
+    const bool opened = device.open();
+    const PaStreamInfo* info = openedStream ? Pa_GetStreamInfo(openedStream) : nullptr;
+    std::cout << (opened ? "open " : "not open ") << (info ? info->outputLatency : 0) << " "
+              << (info ? info->sampleRate : 0) << std::endl;
+    for (std::string word; std::getline(std::cin, word);) {
+        if (word == "start") {
+            piece.start();
+            stream.start();
+        } else if (word == "close") {
+            device.close();
+        } else if (word == "exit") {
+            std::exit(1);
+        }
+        std::cout << (word == "report" ? stream.report() : word) << std::endl;
+    }
+    return 0;
+}
+
+int main(int argc, char* argv[]) {
+    const std::vector<std::string> arguments(argv + 1, argv + argc);
+    if (arguments.size() == 3 && arguments[0] == "offline") {
+        return renderOffline(std::stod(arguments[1]), std::stoul(arguments[2]));
+    }
+    if (arguments.size() == 2 && arguments[0] == "stream") return playOnStream(arguments[1]);
+    std::cerr << "usage: piece_player offline SECONDS FRAMES | piece_player stream API"
+              << std::endl;
+    return 2;
+}
