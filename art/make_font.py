@@ -212,7 +212,7 @@ def main():
     }, mac=False)
     builder.setupOS2(sTypoAscender=ascent, sTypoDescender=-descent, sTypoLineGap=0,
                      usWinAscent=ascent, usWinDescent=descent, sxHeight=letters.xHeight,
-                     sCapHeight=letters.capHeight, usWeightClass=700, fsSelection=0x40,
+                     sCapHeight=letters.capHeight, usWeightClass=700, fsSelection=0x40, fsType=0,
                      xAvgCharWidth=round(sum(widths.values()) / len(widths)), achVendID="NONE")
     builder.setupPost(underlinePosition=-90, underlineThickness=90)
     builder.setupHead(unitsPerEm=letters.unitsPerEm, fontRevision=1.0,

@@ -14,10 +14,10 @@
 #include "tools/render_wav/SoundRenderer.h"
 
 static constexpr const char* usage =
-    "Usage: render_wav note PATCH HERTZ WAV [options]    a note of a patch file\n"
-    "       render_wav drum DRUM WAV [options]           kick, clap, hat or crash\n"
-    "       render_wav bom WAV [options]                 the thump of a page\n"
-    "       render_wav music PITCHES BARS WAV [options]  the music of a play, with a pitch file\n"
+    "Usage: tarnwick-render note PATCH HERTZ WAV [options]    a note of a patch file\n"
+    "       tarnwick-render drum DRUM WAV [options]           kick, clap, hat or crash\n"
+    "       tarnwick-render bom WAV [options]                 the thump of a page\n"
+    "       tarnwick-render music PITCHES BARS WAV [options]  a play's music, with a pitch file\n"
     "Writes the game's sound to a WAV file, 44100 hertz, stereo, until it has rung out.\n"
     "  --bits 32|16       floats, or whole numbers that end at -1 and 1 (32)\n"
     "  --buffer FRAMES    how many stereo frames to compute at once, 1 to 65536 (256)\n"
@@ -162,10 +162,10 @@ int main(int argc, char* argv[]) {
         run(CommandLine(arguments, options));
         return 0;
     } catch (const CommandLine::Error& error) {
-        std::cerr << "render_wav: " << error.what() << "\n" << usage;
+        std::cerr << "tarnwick-render: " << error.what() << "\n" << usage;
         return 2;
     } catch (const std::runtime_error& error) {
-        std::cerr << "render_wav: " << error.what() << std::endl;
+        std::cerr << "tarnwick-render: " << error.what() << std::endl;
         return 1;
     }
 }

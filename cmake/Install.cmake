@@ -1,0 +1,95 @@
+# SPDX-License-Identifier: Zlib
+# Where things go below the prefix. The programs look for their data beside themselves, so links to
+# it lie there, and the programs are started through links; all of these are relative, so that the
+# whole may lie anywhere. Two components: game, and the tools for makers of levels and sounds.
+set(TARNWICK_SITE "https://tarnwick.example" CACHE STRING
+    "Address that those of the homepage, the screenshots and the contact are made from")
+string(REGEX REPLACE "^[a-z]+://([^/:]+).*$" "\\1" siteHost "${TARNWICK_SITE}")
+string(REPLACE "." ";" siteWords "${siteHost}")
+list(REVERSE siteWords)
+list(JOIN siteWords "." applicationId)
+string(APPEND applicationId ".tarnwick") # the name under which software catalogues know the game
+set(maintainers "The Tarnwick Episode developers")
+set(maintainerAddress "developers@${siteHost}")
+
+set(programFolder lib/games/tarnwick)
+set(dataFolder share/games/tarnwick)
+set(manFolder share/man)
+find_program(GZIP_PROGRAM gzip REQUIRED)
+
+# install_link(FOLDER NAME TARGET COMPONENT): a relative link; all paths are below the prefix.
+function(install_link folder name target component)
+    file(RELATIVE_PATH destination /${folder} /${target})
+    set(link ${PROJECT_BINARY_DIR}/packaging/links/${folder}/${name})
+    file(MAKE_DIRECTORY ${PROJECT_BINARY_DIR}/packaging/links/${folder})
+    file(CREATE_LINK ${destination} ${link} SYMBOLIC)
+    install(FILES ${link} DESTINATION ${folder} COMPONENT ${component})
+endfunction()
+
+# install_text(TEMPLATE FOLDER NAME COMPONENT [COMPRESS] [EXCLUDE_FROM_ALL]): a file of packaging/
+# with what is only known at the installation filled in; with EXCLUDE_FROM_ALL for packages only.
+function(install_text template folder name component)
+    set(gzip)
+    if(COMPRESS IN_LIST ARGN)
+        set(gzip ${GZIP_PROGRAM})
+    endif()
+    list(FILTER ARGN INCLUDE REGEX EXCLUDE_FROM_ALL)
+    install(CODE "
+        set(SOURCE \"${PROJECT_SOURCE_DIR}\")
+        set(WORK \"${PROJECT_BINARY_DIR}/packaging\")
+        set(VERSION \"${PROJECT_VERSION}\")
+        set(RELEASE \"${TARNWICK_PACKAGE_RELEASE}\")
+        set(SITE \"${TARNWICK_SITE}\")
+        set(APPLICATION_ID \"${applicationId}\")
+        set(MAINTAINERS \"${maintainers}\")
+        set(MAINTAINER_ADDRESS \"${maintainerAddress}\")
+        set(GZIP \"${gzip}\")
+        set(TEMPLATE \"${PROJECT_SOURCE_DIR}/packaging/${template}\")
+        set(FOLDER \"${folder}\")
+        set(NAME \"${name}\")
+        include(\"${PROJECT_SOURCE_DIR}/cmake/InstallText.cmake\")"
+        COMPONENT ${component} ${ARGN})
+endfunction()
+
+# install_man(COMPONENT PAGE...)
+function(install_man component)
+    foreach(page IN LISTS ARGN)
+        string(REGEX MATCH "[0-9]$" section ${page})
+        install_text(man/${page}.in ${manFolder}/man${section} ${page} ${component} COMPRESS)
+    endforeach()
+endfunction()
+
+install(TARGETS tarnwick RUNTIME DESTINATION ${programFolder} COMPONENT game)
+install_link(games tarnwick ${programFolder}/tarnwick game)
+foreach(part levels/*.png fonts/*.ttf synthPatches/*.inl pitches/*.txt)
+    cmake_path(GET part PARENT_PATH folder)
+    cmake_path(GET part FILENAME pattern)
+    install(DIRECTORY data/${folder} DESTINATION ${dataFolder} COMPONENT game
+        FILE_PERMISSIONS OWNER_READ OWNER_WRITE GROUP_READ WORLD_READ
+        FILES_MATCHING PATTERN ${pattern})
+    install_link(${programFolder} ${folder} ${dataFolder}/${folder} game)
+endforeach()
+
+# Each tool is installed by the name it is built with, which begins with "tarnwick-".
+foreach(tool render_wav)
+    get_target_property(name ${tool} OUTPUT_NAME)
+    install(TARGETS ${tool} RUNTIME DESTINATION ${programFolder} COMPONENT tools)
+    install_link(bin ${name} ${programFolder}/${name} tools)
+    install_man(tools ${name}.1)
+endforeach()
+
+install_man(game tarnwick.6 tarnwick-level.5 tarnwick-patch.5 tarnwick-pitch.5
+    tarnwick-settings.5)
+install_link(${manFolder}/man5 Corvale.conf.5.gz ${manFolder}/man5/tarnwick-settings.5.gz game)
+install_text(tarnwick.desktop.in share/applications tarnwick.desktop game)
+install_text(metainfo.xml.in share/metainfo ${applicationId}.metainfo.xml game)
+foreach(size 16 22 24 32 48 64 128 256)
+    install(FILES packaging/icons/tarnwick-${size}.png RENAME tarnwick.png
+        DESTINATION share/icons/hicolor/${size}x${size}/apps COMPONENT game)
+endforeach()
+install(FILES packaging/icons/tarnwick.svg DESTINATION share/icons/hicolor/scalable/apps
+    COMPONENT game)
+
+# Debian has forms of its own for these.
+install(FILES LICENSE CHANGELOG.md DESTINATION share/doc/tarnwick COMPONENT documents)
+install(DIRECTORY LICENSES DESTINATION share/doc/tarnwick COMPONENT documents)

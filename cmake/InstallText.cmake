@@ -1,0 +1,28 @@
+# SPDX-License-Identifier: Zlib
+# Included by install scripts: fills in @VERSION@, @DATE@ and the like in TEMPLATE, and installs it
+# in FOLDER (below the prefix) as NAME; compressed, with the ending .gz, if GZIP is set. The prefix
+# is known only now. WORK is a folder of the build tree, SOURCE that of the source.
+include(${SOURCE}/cmake/SourceDate.cmake)
+string(TIMESTAMP DATE "%Y-%m-%d" UTC)
+string(TIMESTAMP MAIL_DATE "%a, %d %b %Y %H:%M:%S +0000" UTC)
+set(PREFIX ${CMAKE_INSTALL_PREFIX})
+
+# A licence as a field of a Debian copyright file: a blank before each line, a dot on empty ones.
+foreach(licence CC-BY-4.0 OFL-1.1 Zlib)
+    file(READ ${SOURCE}/LICENSES/${licence}.txt text)
+    string(STRIP "${text}" text)
+    string(REGEX REPLACE "[ \t]+\n" "\n" text "${text}")
+    string(REPLACE "\n" "\n " text " ${text}")
+    string(REGEX REPLACE "\n \n" "\n .\n" text "${text}")
+    string(REGEX REPLACE "\n \n" "\n .\n" text "${text}") # every second of several empty lines
+    set(LICENCE_${licence} "${text}")
+endforeach()
+
+set(file ${WORK}/${FOLDER}/${NAME})
+configure_file(${TEMPLATE} ${file} @ONLY NEWLINE_STYLE UNIX)
+if(GZIP)
+    execute_process(COMMAND ${GZIP} -9nc ${file} OUTPUT_FILE ${file}.gz COMMAND_ERROR_IS_FATAL ANY)
+    string(APPEND file .gz)
+endif()
+file(INSTALL ${file} DESTINATION ${PREFIX}/${FOLDER}
+    PERMISSIONS OWNER_READ OWNER_WRITE GROUP_READ WORLD_READ)

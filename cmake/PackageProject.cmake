@@ -1,0 +1,11 @@
+# SPDX-License-Identifier: Zlib
+# What cpack reads when it begins a package, with SOURCE set to the folder of the source.
+include(${SOURCE}/cmake/SourceDate.cmake)
+# Each package has a description of its own; this would stand above all of them.
+unset(CPACK_PACKAGE_DESCRIPTION_SUMMARY)
+set(CPACK_PRE_BUILD_SCRIPTS ${SOURCE}/cmake/PackageFolders.cmake)
+set(CPACK_POST_BUILD_SCRIPTS ${SOURCE}/cmake/PackageDone.cmake)
+if(CPACK_TOPLEVEL_TAG MATCHES "Source")
+    set(CPACK_SET_DESTDIR OFF)
+    set(CPACK_INSTALL_SCRIPTS ${SOURCE}/cmake/PackageSource.cmake)
+endif()

@@ -1,0 +1,16 @@
+# SPDX-License-Identifier: Zlib
+# Included by install and package scripts, with SOURCE set to the folder of the source. Sets
+# SOURCE_DATE_EPOCH, which decides every date in what is made, to the moment of the commit, unless
+# it is set: two packages of one commit are the same to the byte.
+if(NOT DEFINED ENV{SOURCE_DATE_EPOCH})
+    if(EXISTS ${SOURCE}/packaging/source-date) # written into the source package
+        file(STRINGS ${SOURCE}/packaging/source-date epoch)
+    else()
+        execute_process(COMMAND git -C ${SOURCE} log -1 --format=%ct OUTPUT_VARIABLE epoch
+            OUTPUT_STRIP_TRAILING_WHITESPACE ERROR_QUIET)
+    endif()
+    if(NOT epoch MATCHES "^[0-9]+$")
+        string(TIMESTAMP epoch "%s" UTC)
+    endif()
+    set(ENV{SOURCE_DATE_EPOCH} ${epoch})
+endif()
