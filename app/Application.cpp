@@ -11,6 +11,8 @@
 #include "game/GamePlay.h"
 #include "images/EmbeddedImages.h"
 #include "platform/Platform.h"
+#include "screens/Epilogue.h"
+#include "screens/TitleScreen.h"
 #include "sound/AudioSingleton.h"
 
 static constexpr std::int16_t virtualWidth = 1280; // units
@@ -53,7 +55,7 @@ Application::Application(const std::vector<std::string>& arguments) {
     noSound = options.noSound;
     noMusic = options.noMusic;
     openWindow(options.fullscreen, options.antialiasing);
-    state = std::make_unique<GamePlay>(*this);
+    state = std::make_unique<TitleScreen>(*this);
     openJoysticks();
     openAudio(options.audioApi);
     SDL_ShowCursor(SDL_DISABLE);
@@ -158,10 +160,20 @@ void Application::pace() {
     if (wait > 0) SDL_Delay(wait);
 }
 
-void Application::changeState(std::string name, std::string /*second*/) {
-    if (name != "GamePlay") return;
-    // The old state goes first, so that two levels never live at once; and the field is empty in
-    // between, should building the new one fail.
+// The old state goes first, so that two levels and two bar callbacks never live at once; and the
+// field is empty in between, should building the new one fail.
+template <typename State>
+void Application::replaceState() {
     state.reset();
-    state = std::make_unique<GamePlay>(*this);
+    state = std::make_unique<State>(*this);
+}
+
+void Application::changeState(std::string name, std::string /*second*/) {
+    if (name == "GamePlay") {
+        replaceState<GamePlay>();
+    } else if (name == "Epilogue") {
+        replaceState<Epilogue>();
+    } else if (name == "TitleScreen") {
+        replaceState<TitleScreen>();
+    }
 }

@@ -58,6 +58,9 @@ private:
     void handleEvent(const SDL_Event& event);
     void pace();
 
+    template <typename State>
+    void replaceState();
+
     // Input (ApplicationInput.cpp). Actions are looked up by input code; unbound ones are empty.
     void bindDefaults();
     void bind(const std::string& action, std::int32_t inputCode);

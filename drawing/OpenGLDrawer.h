@@ -86,6 +86,11 @@ public:
     void drawTileQuad(float x, float y, float u, float v, float du, float dv, float scaleX,
                       float scaleY, float r, float g, float b, float a);
 
+    // Lets what follows show only in a part of the virtual screen, taken generously to whole
+    // pixels, whatever the translation; and everywhere again.
+    void clip(float x, float y, float w, float h);
+    void stopClipping();
+
 private:
     // A fan around element 0, the centre; the rim follows in order. All four have `count` elements.
     struct Polygon {
@@ -151,6 +156,7 @@ private:
     float viewportW = 1024;
     float viewportH = 768;
     bool linearFiltering = true;
+    int blendMode = 0;
     GLuint frameBuffer = 0;
     std::uint32_t offscreenHandle = 0; // the frame buffer's picture in `textures`
     bool shaderSupport = true;

@@ -5,11 +5,11 @@
 #include "app/FilePath.h"
 #include "drawing/OpenGLDrawer.h"
 #include "drawing/SpriteTexture.h"
+#include "game/Backdrop.h"
 #include "images/EmbeddedImages.h"
 
 static constexpr WorldPoint start = {60, 984};
 static constexpr float goalSpeed = 1.5f; // tiles per frame, in a kick
-static constexpr float skyScale = 1.25f; // 1024 pixels to the width of the screen
 static constexpr float fontSize = 64;    // pixels
 
 // The speed display, in units of the virtual screen.
@@ -69,10 +69,7 @@ void GamePlay::step() {
 
 void GamePlay::drawWorld(Drawer& drawer) {
     const WorldPoint camera = cameraFor(player.position());
-    drawer.fillGradient(0, 0, drawer.width, drawer.height, 112, 96, 128, 255, 255, 255, 255, 255);
-    drawer.setBlendMode(1);
-    drawer.drawTexture(skyTexture, 0, 0, skyScale, skyScale, 1, 1, 1, 0.5f);
-    drawer.setBlendMode(0);
+    drawBackdrop(drawer, skyTexture, 112, 96, 128, finished ? &vortex : nullptr);
     clouds.draw(drawer, camera);
     tiles.draw(drawer, map, camera);
     trail.draw(drawer, camera);

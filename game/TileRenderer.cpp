@@ -96,15 +96,19 @@ void TileRenderer::drawTiles(Drawer& drawer, const LevelMap& map, WorldPoint cam
     auto& painter = static_cast<OpenGLDrawer&>(drawer);
     glActiveTextureARB(GL_TEXTURE0_ARB);
     glBindTexture(GL_TEXTURE_2D, sheetName);
+    glDisable(GL_BLEND); // rock is opaque, and painted faster so
     forEachVisibleCell(map, camera, [&](int column, int row, float x, float y) {
         const std::uint8_t code = map.at(column, row);
         if (code == LevelMap::empty) return;
-        const SheetCell& cell = code == LevelMap::flame
-                                    ? flameCells[static_cast<std::size_t>(flameFrame)]
-                                    : cells[code];
+        const bool flame = code == LevelMap::flame;
+        const SheetCell& cell =
+            flame ? flameCells[static_cast<std::size_t>(flameFrame)] : cells[code];
+        if (flame) glEnable(GL_BLEND);
         painter.drawTileQuad(x, y, cell.u + cellInset, cell.v + cellInset, cellWindow, cellWindow,
                              tileScale, tileScale, 1, 1, 1, 1);
+        if (flame) glDisable(GL_BLEND);
     });
+    glEnable(GL_BLEND);
     glActiveTextureARB(GL_TEXTURE0_ARB);
     glBindTexture(GL_TEXTURE_2D, 0);
 }

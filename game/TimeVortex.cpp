@@ -2,25 +2,57 @@
 #include "game/TimeVortex.h"
 
 #include <algorithm>
+#include <cmath>
 
+#include "drawing/ImageLoader.h"
 #include "drawing/OpenGLDrawer.h"
-#include "drawing/SpriteTexture.h"
 #include "images/EmbeddedImages.h"
 
-static constexpr float fullScale = 200;   // units a pixel of the rings at size 1
-static constexpr float ringCentre = 4;    // middle of the ring pictures, in their pixels
-static constexpr float growStep = 0.005f; // of size, a drawing
+static constexpr float fullScale = 200; // units a pixel of the rings at size 1
+static constexpr std::size_t ringCount = 4;
+static constexpr std::uint32_t ringSide = 8; // pixels of each ring's picture
+static constexpr float ringCentre = 4;       // the middle, in pixels
+static constexpr float coverMargin = 4;      // units, against all rounding
+static constexpr float growStep = 0.005f;    // of size, a drawing
 static constexpr float shrinkStep = 0.05f;
 static constexpr float reverseStart = 2;
 static constexpr float turnStep = 4;   // degrees a drawing
 static constexpr int colourPeriod = 8; // drawings a phase
 
-static std::array<std::uint32_t, 4> ringTextures; // made by the first drawing of the process
+// Pictures of all four rings, one for each phase of the colours; made by the first drawing of the
+// process. Four pictures drawn over each other would show the same and cost four times as much,
+// since each covers the whole screen in the end.
+static std::array<std::uint32_t, 6> ringTextures;
 
-static void loadTextures(OpenGLDrawer& drawer) {
+static std::uint8_t toByte(float level) {
+    return static_cast<std::uint8_t>(std::lround(level * 255));
+}
+
+// Paints a ring, whose pixels are opaque or clear, over a picture of the same size.
+void TimeVortex::paintRing(const LoadedImage& ring, const Colour& colour, PixelBuffer& picture) {
+    if (ring.width != ringSide || ring.height != ringSide) return;
+    for (std::uint32_t i = 0; i < ringSide * ringSide; ++i) {
+        if (ring.pixels[4 * i + 3] == 0) continue;
+        picture[4 * i] = toByte(colour.red);
+        picture[4 * i + 1] = toByte(colour.green);
+        picture[4 * i + 2] = toByte(colour.blue);
+        picture[4 * i + 3] = 255;
+    }
+}
+
+void TimeVortex::loadTextures(OpenGLDrawer& drawer) {
+    std::array<LoadedImage, ringCount> rings;
+    for (std::size_t i = 0; i < ringCount; ++i) {
+        const EmbeddedImage& file = spriteImages[spriteRing + i];
+        rings[i] = ImageLoader().loadFromMemory(file.data, file.bytes);
+    }
     drawer.setTextureFiltering(false);
-    for (std::size_t i = 0; i < ringTextures.size(); ++i) {
-        ringTextures[i] = createSpriteTexture(drawer, spriteRing + i);
+    for (std::size_t phase = 0; phase < colours.size(); ++phase) {
+        auto picture = std::make_unique<std::uint8_t[]>(ringSide * ringSide * 4);
+        for (std::size_t i = 0; i < ringCount; ++i) {
+            paintRing(rings[i], colours[(phase + i) % colours.size()], picture);
+        }
+        ringTextures[phase] = drawer.createTexture(std::move(picture), ringSide, ringSide);
     }
     drawer.setTextureFiltering(true);
 }
@@ -32,13 +64,16 @@ void TimeVortex::draw(Drawer& drawer) {
     const float scale = size * fullScale;
     const float x = static_cast<float>(drawer.width) / 2 - scale * ringCentre;
     const float y = static_cast<float>(drawer.height) / 2 - scale * ringCentre;
-    for (std::size_t i = 0; i < ringTextures.size(); ++i) {
-        const auto phase = static_cast<std::size_t>(colourPhase) + i;
-        const Colour& colour = colours[phase % colours.size()];
-        drawer.drawTextureRotated(ringTextures[i], x, y, rotation, ringCentre, ringCentre, scale,
-                                  scale, colour.red, colour.green, colour.blue, 1);
-    }
+    drawer.drawTextureRotated(ringTextures[static_cast<std::size_t>(colourPhase)], x, y, rotation,
+                              ringCentre, ringCentre, scale, scale, 1, 1, 1, 1);
     step();
+}
+
+// Without its corners, which are clear, the picture holds a full circle at every angle.
+float TimeVortex::hiddenWidth(const Drawer& drawer) const {
+    const float radius = size * fullScale * ringCentre - coverMargin;
+    const float halfHeight = static_cast<float>(drawer.height) / 2;
+    return radius > halfHeight ? 2 * std::sqrt(radius * radius - halfHeight * halfHeight) : 0;
 }
 
 void TimeVortex::step() {

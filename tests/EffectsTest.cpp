@@ -280,40 +280,64 @@ TEST(Stars, AreLaidEveryFrameAndDrawnInTheOrderOfTheirRing) {
 
 // --- vortex
 
-TEST(Vortex, GrowsIn201DrawingsAndTurnsThroughItsColours) {
+TEST(Vortex, GrowsIn201DrawingsAndTurnsThroughItsPictures) {
     TimeVortex first(false);
     TimeVortex second(true);
-    const std::vector<std::uint32_t> rings = texturesOf(first, second);
-    ASSERT_EQ(rings.size(), 4u);
-    static constexpr float colours[6][3] = {{1, 0, 0}, {0, 0.75f, 0}, {1, 0.5f, 0},
-                                            {0, 0, 1}, {1, 1, 0},     {1, 0, 1}};
+    const std::vector<std::uint32_t> phases = texturesOf(first, second);
+    ASSERT_EQ(phases.size(), 6u);
     TimeVortex vortex(false);
     float size = 0;
     float angle = 0;
-    int drawings = 0;
+    std::size_t drawings = 0;
     for (; vortex.getSize() < 1 && drawings < 300; ++drawings) {
         const auto sprites = spritesOf(vortex);
-        ASSERT_EQ(sprites.size(), 4u);
-        for (std::size_t i = 0; i < 4; ++i) {
-            const auto& ring = sprites[i];
-            const float* colour = colours[(static_cast<std::size_t>(drawings) / 8 + i) % 6];
-            ASSERT_EQ(ring.handle, rings[i]);
-            ASSERT_EQ(ring.colour, (std::array<float, 4>{colour[0], colour[1], colour[2], 1}))
-                << "drawing " << drawings << ", ring " << i;
-            ASSERT_EQ(ring.scaleX, size * 200);
-            ASSERT_EQ(ring.scaleY, size * 200);
-            ASSERT_FLOAT_EQ(ring.x, 640 - size * 800);
-            ASSERT_FLOAT_EQ(ring.y, 360 - size * 800);
-            ASSERT_EQ(ring.pivotX, 4);
-            ASSERT_EQ(ring.pivotY, 4);
-            ASSERT_EQ(ring.angle, angle);
-        }
+        ASSERT_EQ(sprites.size(), 1u);
+        const auto& rings = sprites[0];
+        ASSERT_EQ(rings.handle, phases[drawings / 8 % 6]) << "drawing " << drawings;
+        ASSERT_EQ(rings.scaleX, size * 200);
+        ASSERT_EQ(rings.scaleY, size * 200);
+        ASSERT_FLOAT_EQ(rings.x, 640 - size * 800);
+        ASSERT_FLOAT_EQ(rings.y, 360 - size * 800);
+        ASSERT_EQ(rings.pivotX, 4);
+        ASSERT_EQ(rings.pivotY, 4);
+        ASSERT_EQ(rings.angle, angle);
         size += 0.005f;
         angle += 4;
         if (angle > 360) angle -= 360;
         ASSERT_EQ(vortex.getSize(), size);
     }
-    EXPECT_EQ(drawings, 201);
+    EXPECT_EQ(drawings, 201u);
+}
+
+TEST(Vortex, LooksLikeFourRingsDrawnOverEachOther) {
+    static constexpr float colours[6][3] = {{1, 0, 0}, {0, 0.75f, 0}, {1, 0.5f, 0},
+                                            {0, 0, 1}, {1, 1, 0},     {1, 0, 1}};
+    std::array<std::uint32_t, 4> rings;
+    recorder().setTextureFiltering(false);
+    for (std::size_t i = 0; i < 4; ++i) rings[i] = createSpriteTexture(recorder(), spriteRing + i);
+    recorder().setTextureFiltering(true);
+    TimeVortex vortex(false);
+    float size = 0;
+    float angle = 0;
+    for (std::size_t drawing = 0; drawing < 200; ++drawing) {
+        if (drawing % 13 == 0) {
+            const Picture literal = window->paint([&](OpenGLDrawer& drawer) {
+                for (std::size_t i = 0; i < 4; ++i) {
+                    const float* colour = colours[(drawing / 8 + i) % 6];
+                    const float scale = size * 200;
+                    drawer.drawTextureRotated(rings[i], 640 - scale * 4, 360 - scale * 4, angle, 4,
+                                              4, scale, scale, colour[0], colour[1], colour[2], 1);
+                }
+            });
+            const Picture real = window->paint([&](OpenGLDrawer& drawer) { vortex.draw(drawer); });
+            ASSERT_TRUE(real == literal) << "drawing " << drawing;
+        } else {
+            spritesOf(vortex);
+        }
+        size += 0.005f;
+        angle += 4;
+        if (angle > 360) angle -= 360;
+    }
 }
 
 TEST(Vortex, ShrinksFromTwoToNothingIn41DrawingsAndStaysThere) {

@@ -1,0 +1,34 @@
+// SPDX-License-Identifier: Zlib
+#include "game/Backdrop.h"
+
+#include "drawing/OpenGLDrawer.h"
+#include "game/TimeVortex.h"
+
+static constexpr float skyScale = 1.25f; // 1024 pixels to the width of the screen
+
+static void paint(Drawer& drawer, std::uint32_t skyTexture, std::uint8_t red, std::uint8_t green,
+                  std::uint8_t blue) {
+    drawer.fillGradient(0, 0, drawer.width, drawer.height, red, green, blue, 255, 255, 255, 255,
+                        255);
+    drawer.setBlendMode(1);
+    drawer.drawTexture(skyTexture, 0, 0, skyScale, skyScale, 1, 1, 1, 0.5f);
+    drawer.setBlendMode(0);
+}
+
+void drawBackdrop(Drawer& drawer, std::uint32_t skyTexture, std::uint8_t red, std::uint8_t green,
+                  std::uint8_t blue, const TimeVortex* vortex) {
+    const float hidden = vortex ? vortex->hiddenWidth(drawer) : 0;
+    if (hidden <= 0) {
+        paint(drawer, skyTexture, red, green, blue);
+        return;
+    }
+    // The strips to both sides; the same quads as ever, so that the same pixels come of them.
+    auto& painter = static_cast<OpenGLDrawer&>(drawer);
+    const float strip = (drawer.width - hidden) / 2;
+    if (strip <= 0) return;
+    for (const float left : {0.0f, drawer.width - strip}) {
+        painter.clip(left, 0, strip, drawer.height);
+        paint(drawer, skyTexture, red, green, blue);
+    }
+    painter.stopClipping();
+}

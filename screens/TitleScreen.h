@@ -1,0 +1,33 @@
+// SPDX-License-Identifier: Zlib
+#pragma once
+
+#include <array>
+
+#include "app/GameState.h"
+
+// The opening screen: a darkened sky and a short story that pages on by itself, or faster on any
+// key, with a thump at each page. After its last page a key starts the play.
+class TitleScreen : public GameState {
+public:
+    explicit TitleScreen(Application& owner) : GameState(owner) {}
+
+    void draw(Drawer& drawer) override;
+    void keyPressed(const std::string& action, const SDL_keysym* key) override;
+    std::string getName() const override { return "TitleScreen"; }
+
+private:
+    friend class Inspector;
+
+    void turnPage();
+
+    static constexpr std::array<const char*, 6> lines = {
+        "",
+        "Trapped in a world which was never meant to be",
+        "Where nobody even remembers your name",
+        "You have only one hope to put right what once went wrong...",
+        "",
+        "Now go! Run! Tarnwick to the past!"};
+
+    int page = 0;        // 0 to 6
+    int pageFrames = 30; // frames left on this page
+};
