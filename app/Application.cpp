@@ -38,6 +38,21 @@ static void chooseVideoDriver() {
     }
 }
 
+// The icon of the window, which SDL wants before the window opens.
+static void setIcon() {
+    const LoadedImage icon = ImageLoader().loadFromMemory(iconImage.data, iconImage.bytes);
+    if (!icon.pixels) return;
+    // Masks for bytes in the order red, green, blue, alpha.
+    const bool little = SDL_BYTEORDER == SDL_LIL_ENDIAN;
+    const auto mask = [little](int byte) { return Uint32{0xFF} << 8 * (little ? byte : 3 - byte); };
+    SDL_Surface* surface = SDL_CreateRGBSurfaceFrom(
+        icon.pixels.get(), static_cast<int>(icon.width), static_cast<int>(icon.height), 32,
+        static_cast<int>(icon.width) * 4, mask(0), mask(1), mask(2), mask(3));
+    if (!surface) return;
+    SDL_WM_SetIcon(surface, nullptr); // copies what it needs
+    SDL_FreeSurface(surface);
+}
+
 Application::Application(const std::vector<std::string>& arguments) {
     const Settings settings;
     bindDefaults();
@@ -48,6 +63,7 @@ Application::Application(const std::vector<std::string>& arguments) {
         throw FatalError{std::string("Could not initialise SDL: ") + SDL_GetError()};
     }
     SDL_WM_SetCaption("Tarnwick Episode", nullptr);
+    setIcon();
 
     const LaunchOptions options(arguments, settings);
     windowWidth = options.width;
