@@ -1,19 +1,14 @@
 // SPDX-License-Identifier: Zlib
-// Textures and everything that paints.
+// Everything that paints.
 #include "drawing/OpenGLDrawer.h"
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
-#include <numeric>
-
-#include "drawing/PowerOfTwo.h"
 
 static constexpr float lineHalfWidth = 4;       // units
 static constexpr float glyphTextUnits = 32;     // side of a glyph in drawText at scale 1
 static constexpr float tileSheetSide = 128;     // pixels
 static constexpr float tileWindowLoss = 0.002f; // what the window of a tile quad lacks to its cell
-static constexpr std::uint32_t largestSide = std::numeric_limits<std::uint16_t>::max(); // pixels
 
 static void forgetTexture() {
     glBindTexture(GL_TEXTURE_2D, 0);
@@ -22,63 +17,6 @@ static void forgetTexture() {
 static void forgetTextureAndColour() {
     glColor4f(1, 1, 1, 1);
     forgetTexture();
-}
-
-// --- textures
-
-GLuint OpenGLDrawer::uploadTexture(const PixelBuffer& pixels, std::uint32_t width,
-                                   std::uint32_t height) const {
-    GLuint name = 0;
-    glGenTextures(1, &name);
-    glBindTexture(GL_TEXTURE_2D, name);
-    glTexImage2D(GL_TEXTURE_2D, 0, GL_RGBA, static_cast<GLsizei>(width),
-                 static_cast<GLsizei>(height), 0, GL_RGBA, GL_UNSIGNED_BYTE, pixels.get());
-    const GLint filter = linearFiltering ? GL_LINEAR : GL_NEAREST;
-    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, filter);
-    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, filter);
-    return name; // still bound
-}
-
-std::uint32_t OpenGLDrawer::registerTexture(const TextureRecord& record) {
-    while (textures.count(nextTexture) != 0) ++nextTexture;
-    textures[nextTexture] = record;
-    return nextTexture;
-}
-
-std::uint32_t OpenGLDrawer::createTexture(PixelBuffer pixels, std::uint32_t imageWidth,
-                                          std::uint32_t imageHeight) {
-    const bool sized = imageWidth >= 1 && imageWidth <= largestSide && imageHeight >= 1 &&
-                       imageHeight <= largestSide;
-    if (!hasContext || !pixels || !sized) return 0;
-    const std::uint32_t textureWidth = nextPowerOfTwo(imageWidth);
-    const std::uint32_t textureHeight = nextPowerOfTwo(imageHeight);
-    if (textureWidth != imageWidth || textureHeight != imageHeight) {
-        pixels = padRows(pixels, imageWidth, imageHeight, textureWidth, textureHeight);
-        if (!pixels) return 0;
-        repeatLastRow(pixels, imageHeight, textureWidth, textureHeight);
-    }
-    TextureRecord record;
-    record.width = static_cast<std::uint16_t>(imageWidth);
-    record.height = static_cast<std::uint16_t>(imageHeight);
-    record.uExtent = static_cast<float>(imageWidth) / static_cast<float>(textureWidth);
-    record.vExtent = static_cast<float>(imageHeight) / static_cast<float>(textureHeight);
-    record.name = uploadTexture(pixels, textureWidth, textureHeight);
-    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_S, GL_CLAMP_TO_EDGE);
-    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_T, GL_CLAMP_TO_EDGE);
-    forgetTexture();
-    return registerTexture(record);
-}
-
-void OpenGLDrawer::deleteTexture(std::uint32_t handle) {
-    const auto found = textures.find(handle);
-    if (found == textures.end()) return;
-    glDeleteTextures(1, &found->second.name);
-    textures.erase(found);
-}
-
-const TextureRecord* OpenGLDrawer::textureRecord(std::uint32_t handle) const {
-    const auto found = textures.find(handle);
-    return found == textures.end() ? nullptr : &found->second;
 }
 
 // --- textured quads
@@ -191,52 +129,6 @@ void OpenGLDrawer::drawTileQuad(float x, float y, float u, float v, float du, fl
 
 // --- polygons
 
-// Where values lie between the least and the greatest of them, 0 to 1; 0 if all are equal.
-static std::vector<float> fractionsOf(const std::vector<float>& values, float minimum,
-                                      float maximum) {
-    std::vector<float> fractions;
-    fractions.reserve(values.size());
-    const float span = maximum - minimum;
-    for (const float value : values) fractions.push_back(span == 0 ? 0 : (value - minimum) / span);
-    return fractions;
-}
-
-static std::vector<float> boxFractions(const std::vector<float>& values) {
-    float minimum = 10000;
-    float maximum = -10000;
-    // A value that lowers the minimum is not asked about the maximum; so points that fall all
-    // along never set it. Element 0 is the centre and does not count.
-    for (std::size_t i = 1; i < values.size(); ++i) {
-        if (values[i] < minimum) {
-            minimum = values[i];
-        } else if (values[i] > maximum) {
-            maximum = values[i];
-        }
-    }
-    return fractionsOf(values, minimum, maximum);
-}
-
-std::int32_t OpenGLDrawer::createPolygon(const float* points, std::int32_t count) {
-    Polygon polygon;
-    polygon.xs.push_back(0);
-    polygon.ys.push_back(0);
-    for (std::int32_t i = 0; i < count; ++i) {
-        polygon.xs.push_back(points[2 * i]);
-        polygon.ys.push_back(points[2 * i + 1]);
-        polygon.xs[0] += points[2 * i];
-        polygon.ys[0] += points[2 * i + 1];
-    }
-    if (count > 0) {
-        polygon.xs[0] /= static_cast<float>(count);
-        polygon.ys[0] /= static_cast<float>(count);
-    }
-    polygon.us = boxFractions(polygon.xs);
-    polygon.vs = boxFractions(polygon.ys);
-    polygon.count = static_cast<std::int32_t>(polygon.xs.size());
-    polygons.push_back(std::move(polygon));
-    return static_cast<std::int32_t>(polygons.size()) - 1;
-}
-
 void OpenGLDrawer::drawPolygon(std::int32_t number, std::uint32_t handle, float x, float y,
                                float scaleX, float scaleY, float r, float g, float b, float a) {
     const TextureRecord* record = textureRecord(handle);
@@ -277,24 +169,6 @@ static int glyphIndex(char character) {
     return place == std::string::npos ? -1 : 36 + static_cast<int>(place);
 }
 
-void OpenGLDrawer::setGlyphImage(int index, PixelBuffer pixels, std::uint32_t size) {
-    const bool known = index >= 0 && static_cast<std::size_t>(index) < glyphs.size();
-    if (!hasContext || !known || !pixels || size < 1 || size > largestSide) return;
-    if (!isPowerOfTwo(size)) {
-        const std::uint32_t paddedSize = nextPowerOfTwo(size);
-        if (paddedSize > largestSide) return; // the record holds 16 bits
-        pixels = padRows(pixels, size, size, paddedSize, paddedSize);
-        if (!pixels) return;
-        glyphPadding = static_cast<std::int32_t>(paddedSize - size);
-        size = paddedSize;
-    }
-    TextureRecord& glyph = glyphs[static_cast<std::size_t>(index)];
-    const GLuint name = uploadTexture(pixels, size, size);
-    forgetTexture();
-    glDeleteTextures(1, &glyph.name);
-    glyph = {name, static_cast<std::uint16_t>(size), static_cast<std::uint16_t>(size), 1, 1};
-}
-
 void OpenGLDrawer::drawGlyphText(const std::string& text, float x, float y, float size, float r,
                                  float g, float b, float a) {
     if (!hasContext) return;
@@ -323,14 +197,6 @@ void OpenGLDrawer::drawGlyphText(const std::string& text, float x, float y, floa
 }
 
 // --- fonts
-
-std::int32_t OpenGLDrawer::createFont(const std::string& fileName, float size) {
-    if (!hasContext) return 0;
-    auto font = std::make_unique<OpenGLFont>(fileName, size);
-    if (!font->isValid()) return 0;
-    fonts.push_back(std::move(font));
-    return static_cast<std::int32_t>(fonts.size());
-}
 
 void OpenGLDrawer::drawText(const std::string& text, std::int32_t font, float x, float y,
                             float wrapWidth, float scale, float r, float g, float b, float a) {
