@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: Zlib
-// piece_player offline SECONDS FRAMES: writes a known piece to standard output, raw floats in
-// stereo, rendered in buffers of so many frames.
+// piece_player offline SECONDS: writes a known piece to standard output, raw floats in stereo.
 // piece_player stream API: opens the output stream as the game does and obeys a word a line on
 // standard input, answering each with a line:
 //   start   the stream, silent so far, goes over to the piece
@@ -10,6 +9,7 @@
 // The end of the input is the end of the program.
 
 #include <algorithm>
+#include <array>
 #include <atomic>
 #include <chrono>
 #include <cstdio>
@@ -44,8 +44,8 @@ extern "C" PaError __wrap_Pa_OpenStream(PaStream** stream, const PaStreamParamet
     return result;
 }
 
-// The music of a fast play with drums under it, the same in each run. No two drums that draw noise
-// sound at once, nor one while a bar begins: where buffers begin does not change who draws what.
+// The music of a fast play with drums under it, the same in each run. It comes in blocks of one
+// length: a note's first sample, and who draws which noise, depend on where buffers begin.
 class KnownPiece : public AudioSingleton::Callback {
 public:
     void start() {
@@ -60,23 +60,34 @@ public:
 
     void onBar() override { music.onBar(sound, 1); }
 
+    // Fills stereo frames. Half as loud as the game: a recorder may not bear samples beyond 1.
+    void render(float* output, std::size_t frames) {
+        for (std::size_t i = 0; i < 2 * frames; ++i) {
+            if (next == block.size()) {
+                block.fill(0);
+                sound.process(block.data(), blockFrames);
+                next = 0;
+            }
+            output[i] = 0.5f * block[next++];
+        }
+    }
+
 private:
     const std::vector<std::pair<std::int32_t, std::vector<std::int32_t>>> drums = {
         {4, {0, 8}}, {5, {4, 12}}, {6, {2, 6, 10, 14}}};
+    static constexpr std::int32_t blockFrames = 64;
+
     AudioSingleton& sound = AudioSingleton::instance();
     PlayMusic music;
+    std::array<float, 2 * blockFrames> block = {};
+    std::size_t next = block.size(); // of the block's samples
 };
-
-// Half as loud as the game: a recorder may not bear samples beyond 1.
-static void render(float* output, std::size_t frames) {
-    std::fill_n(output, 2 * frames, 0.0f);
-    AudioSingleton::instance().process(output, static_cast<std::int32_t>(frames));
-    for (std::size_t i = 0; i < 2 * frames; ++i) output[i] *= 0.5f;
-}
 
 // What the game's root does for the stream, and what that asked of it.
 class PieceStream : public PortAudioCallback {
 public:
+    explicit PieceStream(KnownPiece& what) : piece(what) {}
+
     void fillBuffer(const void* /*input*/, float* output, std::uint32_t frames) override {
         const auto now = std::chrono::steady_clock::now();
         if (asked == 0) begin = now;
@@ -85,7 +96,7 @@ public:
         longest = std::max<std::uint32_t>(longest, frames);
         asked += frames;
         if (playing.load(std::memory_order_acquire)) {
-            render(output, frames);
+            piece.render(output, frames);
         } else {
             std::fill_n(output, 2 * frames, 0.0f);
         }
@@ -99,6 +110,7 @@ public:
     }
 
 private:
+    KnownPiece& piece;
     std::atomic<bool> playing = false;
     std::chrono::steady_clock::time_point begin;
     SharedValue<std::uint64_t> asked = 0;
@@ -106,20 +118,18 @@ private:
     SharedValue<std::uint32_t> longest = 0;
 };
 
-static int renderOffline(double seconds, std::size_t frames) {
+static int renderOffline(double seconds) {
     KnownPiece piece;
     piece.start();
-    std::vector<float> buffer(2 * frames);
-    for (double left = seconds * sampleRate; left > 0; left -= static_cast<double>(frames)) {
-        render(buffer.data(), frames);
-        std::fwrite(buffer.data(), sizeof(float), buffer.size(), stdout);
-    }
+    std::vector<float> output(2 * static_cast<std::size_t>(seconds * sampleRate));
+    piece.render(output.data(), output.size() / 2);
+    std::fwrite(output.data(), sizeof(float), output.size(), stdout);
     return 0;
 }
 
 static int playOnStream(const std::string& api) {
     KnownPiece piece;
-    PieceStream stream;
+    PieceStream stream(piece);
     PortAudioDevice device;
     device.setCallback(&stream);
     device.setChannels(0, 2);
@@ -145,11 +155,10 @@ static int playOnStream(const std::string& api) {
 
 int main(int argc, char* argv[]) {
     const std::vector<std::string> arguments(argv + 1, argv + argc);
-    if (arguments.size() == 3 && arguments[0] == "offline") {
-        return renderOffline(std::stod(arguments[1]), std::stoul(arguments[2]));
+    if (arguments.size() == 2 && arguments[0] == "offline") {
+        return renderOffline(std::stod(arguments[1]));
     }
     if (arguments.size() == 2 && arguments[0] == "stream") return playOnStream(arguments[1]);
-    std::cerr << "usage: piece_player offline SECONDS FRAMES | piece_player stream API"
-              << std::endl;
+    std::cerr << "usage: piece_player offline SECONDS | piece_player stream API" << std::endl;
     return 2;
 }
