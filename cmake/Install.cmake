@@ -65,7 +65,6 @@ foreach(part levels/*.png fonts/*.ttf synthPatches/*.inl pitches/*.txt)
     cmake_path(GET part PARENT_PATH folder)
     cmake_path(GET part FILENAME pattern)
     install(DIRECTORY data/${folder} DESTINATION ${dataFolder} COMPONENT game
-        FILE_PERMISSIONS OWNER_READ OWNER_WRITE GROUP_READ WORLD_READ
         FILES_MATCHING PATTERN ${pattern})
     install_link(${programFolder} ${folder} ${dataFolder}/${folder} game)
 endforeach()

@@ -24,5 +24,4 @@ if(GZIP)
     execute_process(COMMAND ${GZIP} -9nc ${file} OUTPUT_FILE ${file}.gz COMMAND_ERROR_IS_FATAL ANY)
     string(APPEND file .gz)
 endif()
-file(INSTALL ${file} DESTINATION ${PREFIX}/${FOLDER}
-    PERMISSIONS OWNER_READ OWNER_WRITE GROUP_READ WORLD_READ)
+file(INSTALL ${file} DESTINATION ${PREFIX}/${FOLDER})
