@@ -86,13 +86,19 @@ void OpenGLDrawer::endOffscreen() {
     resetViewport();
 }
 
+// Units as pixels, of which 16 bits are kept: the rest is lost only far outside any window.
+static std::int16_t toPixels(std::int16_t units, std::int16_t virtualSide, float pixelSide) {
+    const float pixels = static_cast<float>(units) / virtualSide * pixelSide;
+    return static_cast<std::int16_t>(static_cast<std::int32_t>(pixels));
+}
+
 void OpenGLDrawer::setViewport(std::int16_t x, std::int16_t y, std::int16_t w, std::int16_t h) {
     if (!hasContext) return;
     const auto pixelsDown = [this](std::int16_t units) {
-        return static_cast<std::int16_t>(static_cast<float>(units) / height * viewportH);
+        return toPixels(units, height, viewportH);
     };
     const auto pixelsAcross = [this](std::int16_t units) {
-        return static_cast<std::int16_t>(static_cast<float>(units) / width * viewportW);
+        return toPixels(units, width, viewportW);
     };
     const std::int16_t pixelHeight = pixelsDown(h);
     const std::int16_t pixelWidth = pixelsAcross(w);
