@@ -8,7 +8,8 @@
 #include "sound/HyperbolicTangent.h"
 
 static constexpr float envelopeStep = 0.00018140589f; // 8 / 44100 a sample: an eighth of a second
-static constexpr float drive = 3.1415927f * 0.33f;
+static constexpr float halfTurn = 3.1415927f;
+static constexpr float drive = 0.33f; // of half a turn
 
 // Angles a sample, pi f / 44100.
 static constexpr double normalAngle = 0.01046003494411707;     // 146.83 hertz
@@ -47,7 +48,7 @@ bool KickSynth::step(float& sample) {
     }
     oscX -= coefficient * oscY;
     oscY += coefficient * oscX;
-    sample = envelopeShape(envelope, earlyRise) * hyperbolicTangent(oscY * drive);
+    sample = envelopeShape(envelope, earlyRise) * hyperbolicTangent(oscY * halfTurn * drive);
     coefficient = startCoefficients[startIndex] * envelope + (1 - envelope) * endCoefficient;
     // Within the first cycle this settles the amplitude at about 0.7; then it only guards.
     const float size = std::fabs(oscX) + std::fabs(oscY);
