@@ -46,7 +46,6 @@ public:
     }
 
 private:
-    friend class Inspector;
     friend class VoiceKernel;
 
     void clear() { y1 = y2 = y3 = y4 = oldX = oldY1 = oldY2 = oldY3 = 0; }

@@ -29,8 +29,6 @@ public:
     void setCallback(Callback* listener) { callback = listener; }
 
 private:
-    friend class Inspector;
-
     float increment() const; // steps a sample
 
     SharedValue<float> position = 0.0f; // steps, 0 up to but not including 16

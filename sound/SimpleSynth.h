@@ -36,7 +36,6 @@ public:
     bool isActive() const { return active.load(std::memory_order_acquire); }
 
 private:
-    friend class Inspector;
     friend class VoiceKernel;
     friend class VoiceStages;
 
@@ -90,8 +89,8 @@ private:
     float detunedSawAmount = 0; // level of the second saw
     float filterCutoff = 0.5f;  // 0 to 1 of 10975 hertz
     float filterRes = 0;
-    bool filterAttackCurve =
-        false; // a set curve rises late in an attack and falls early in a release
+    // A curve that is set rises late in an attack and falls early in a release.
+    bool filterAttackCurve = false;
     bool filterReleaseCurve = false;
     float filterAttackTime = 0.25f; // fraction of the note
     float filterReleaseTime = 0.5f; // fraction of the rest of the note

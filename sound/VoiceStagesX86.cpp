@@ -12,8 +12,7 @@
 //   1. followTime     the envelopes' time, both of them (Envelope::at), the cutoff (cutoffAt), and
 //                     where the oscillators read (the phases of readRow, and advance)
 //      readWaves      the reads and their mix (oscillators), and what the filter makes of the
-//      cutoff
-//                     (LadderFilter::setCutoffAndResonance)
+//                     cutoff (LadderFilter::setCutoffAndResonance)
 //   2. filter         the ladder (LadderFilter::process) without its healing
 //   3. drive          tanh, level and gain; then voices by frames become frames by voice
 //
