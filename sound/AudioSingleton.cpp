@@ -4,7 +4,6 @@
 #include <thread>
 
 #include "app/FilePath.h"
-#include "game/Noise.h"
 #include "sound/ClapSynth.h"
 #include "sound/CrashSynth.h"
 #include "sound/HatSynth.h"
@@ -30,13 +29,9 @@ AudioSingleton::AudioSingleton() {
     cursor.setCallback(this);
 }
 
-// Each start of the program has pitches of its own, from one file picked at random.
+// Each start of the program has pitches of its own.
 void AudioSingleton::loadPitches() {
-    const FilePath folder = FilePath::getDataDirectory().join("pitches");
-    const auto count = static_cast<int>(folder.getEntryCount());
-    const FilePath file = folder.getEntry(static_cast<std::uint32_t>(noiseRange(count)));
-    if (!file.exists() || file.getExtension() != "txt") return;
-    pitches = readPitches(file.text());
+    pitches = pickPitches(FilePath::getDataDirectory().join("pitches"));
 }
 
 void AudioSingleton::toggleStep(std::int32_t track, std::int32_t step, std::int32_t note) {

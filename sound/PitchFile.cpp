@@ -4,6 +4,8 @@
 #include <fstream>
 #include <sstream>
 
+#include "game/Noise.h"
+
 static constexpr std::size_t longestLine = 255; // characters that count
 
 PitchTable readPitches(const std::string& path) {
@@ -17,4 +19,11 @@ PitchTable readPitches(const std::string& path) {
         if (text >> twice) pitch = twice * 0.5f;
     }
     return pitches;
+}
+
+PitchTable pickPitches(const FilePath& folder) {
+    const auto count = static_cast<int>(folder.getEntryCount());
+    const FilePath file = folder.getEntry(static_cast<std::uint32_t>(noiseRange(count)));
+    if (!file.exists() || file.getExtension() != "txt") return {};
+    return readPitches(file.text());
 }
