@@ -9,6 +9,7 @@
 #include <vector>
 
 class Application;
+class AudioSingleton;
 class CloudField;
 class Drawer;
 class GamePlay;
@@ -18,8 +19,9 @@ class Player;
 struct HeldKeys;
 
 // The one friend of the game's classes: tools and tests look inside and set up situations with it.
-// The game itself never uses it. What concerns the runner is in InspectorPlayer.cpp and needs no
-// window; the effects are in InspectorEffects.cpp, the rest in InspectorPlay.cpp.
+// The game itself never uses it. What concerns the runner is in InspectorPlayer.cpp and the sound
+// in InspectorSound.cpp, and needs no window; the effects are in InspectorEffects.cpp, the rest in
+// InspectorPlay.cpp.
 class Inspector {
 public:
     // The part of a runner that the movement rules read and write; units as in Player.
@@ -43,6 +45,11 @@ public:
     };
     static Cloud cloud(const CloudField& field, int index);
     static void setCloud(CloudField& field, int index, const Cloud& cloud);
+
+    // A sound of its own, beside the program's, in which nothing has sounded yet.
+    static std::unique_ptr<AudioSingleton> makeSound();
+    static std::int32_t note(const AudioSingleton& sound, std::int32_t track, std::int32_t step);
+    static int soundingVoices(const AudioSingleton& sound, std::int32_t bank);
 
     static Drawer& drawer(Application& application);
     static void setDrawer(Application& application, std::unique_ptr<Drawer> drawer);

@@ -1,0 +1,176 @@
+// SPDX-License-Identifier: Zlib
+#include "sound/SimpleSynth.h"
+
+#include <cmath>
+#include <limits>
+#include <string>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "sound/PolyphonicSynth.h"
+
+static std::vector<float> render(SimpleSynth& voice, std::int32_t frames, std::int32_t buffer) {
+    std::vector<float> output(2 * static_cast<std::size_t>(frames));
+    for (std::int32_t at = 0; at < frames; at += buffer) {
+        voice.render(&output[2 * static_cast<std::size_t>(at)], std::min(buffer, frames - at));
+    }
+    return output;
+}
+
+static std::int32_t soundingFrames(SimpleSynth& voice) {
+    std::int32_t frames = 0;
+    float frame[2] = {};
+    for (; voice.isActive(); ++frames) voice.render(frame, 1);
+    return frames - 1; // the last one only ended the note
+}
+
+TEST(SimpleSynth, ANoteLastsTwiceItsLengthToTheSample) {
+    SimpleSynth voice;
+    voice.noteOn(440, 0);
+    EXPECT_EQ(soundingFrames(voice), 44122);
+    voice.setParameter("noteLength", 1, true);
+    voice.noteOn(440, 0);
+    EXPECT_EQ(soundingFrames(voice), 88273);
+}
+
+TEST(SimpleSynth, ANoteWaitsForItsSampleAcrossBuffers) {
+    SimpleSynth voice;
+    voice.setParameter("attackTime", 0, true);
+    voice.noteOn(440, 0);
+    const std::vector<float> note = render(voice, 400, 400);
+    const std::pair<std::int32_t, std::size_t> begins[] = {{0, 0},   {1, 0},   {2, 1},
+                                                           {50, 49}, {51, 50}, {300, 299}};
+    for (const auto& [offset, first] : begins) {
+        for (const std::int32_t buffer : {1, 50, 400}) {
+            SimpleSynth fresh;
+            fresh.setParameter("attackTime", 0, true);
+            fresh.noteOn(440, offset);
+            std::vector<float> expected(2 * first);
+            expected.insert(expected.end(), note.begin(), note.end());
+            expected.resize(800);
+            EXPECT_EQ(render(fresh, 400, buffer), expected) << offset << " in " << buffer;
+        }
+    }
+}
+
+TEST(SimpleSynth, PhasesAndFilterGoOnFromNoteToNote) {
+    SimpleSynth voice;
+    voice.noteOn(440, 0);
+    const std::vector<float> first = render(voice, 100, 100);
+    voice.noteOn(440, 0);
+    EXPECT_NE(render(voice, 100, 100), first);
+}
+
+TEST(SimpleSynth, HasSixteenParametersByNameAndByIndex) {
+    static constexpr const char* names[] = {
+        "waveAmount",        "filterCutoff",       "filterRes",
+        "filterAttackCurve", "filterReleaseCurve", "filterAttackTime",
+        "filterReleaseTime", "filterEnvAmount",    "attackCurve",
+        "releaseCurve",      "attackTime",         "releaseTime",
+        "noteLength",        "distGain",           "octave",
+        "detunedSawAmount"};
+    static constexpr float defaults[] = {0, 0.5f, 0,     0,    0,    0.25f, 0.5f, 0.01f,
+                                         0, 0,    0.25f, 0.5f, 0.5f, 1,     1,    0};
+    SimpleSynth voice;
+    ASSERT_EQ(voice.parameterCount(), 16);
+    for (std::int32_t i = 0; i < 16; ++i) {
+        const std::string name = names[i];
+        EXPECT_EQ(voice.parameterName(i), name);
+        EXPECT_EQ(voice.parameter(i), defaults[i]) << name;
+        const bool isFlag = name.ends_with("Curve");
+        for (const float value : {0.75f, 0.5f, 0.51f, -3.0f}) {
+            voice.setParameter(name, value, true);
+            EXPECT_EQ(voice.parameter(i), isFlag ? (value > 0.5f ? 1 : 0) : value) << name;
+        }
+        voice.setParameter(name, defaults[i], true);
+    }
+    for (const char* unknown : {"", "octaves", "Octave", "octave "}) {
+        voice.setParameter(unknown, 7, true);
+    }
+    for (std::int32_t i = 0; i < 16; ++i) EXPECT_EQ(voice.parameter(i), defaults[i]);
+    for (const std::int32_t outside : {-1, 16, std::numeric_limits<std::int32_t>::min()}) {
+        EXPECT_EQ(voice.parameter(outside), 0);
+        EXPECT_EQ(voice.parameterName(outside), "");
+    }
+}
+
+TEST(SimpleSynth, ControlPositionsAreMapped) {
+    const struct {
+        std::int32_t index;
+        float position;
+        float value;
+    } cases[] = {{1, 0, 0},     {1, 1, 1},           {1, 0.5f, 0.3f},    {12, 0, 0.05f},
+                 {12, 1, 1},    {13, 0, 1},          {13, 1, 4},         {14, 0, 4},
+                 {14, 0.9f, 2}, {14, 1, 2},          {14, 1.9f, 1},      {14, 2, 1},
+                 {14, 3, 0.5f}, {14, 3.9f, 0.25f},   {14, 4, 0.25f},     {3, 0.5f, 0},
+                 {3, 0.51f, 1}, {7, -0.25f, -0.25f}, {0, 0.125f, 0.125f}};
+    SimpleSynth voice;
+    for (const auto& known : cases) {
+        voice.setParameter(voice.parameterName(known.index), known.position, false);
+        EXPECT_FLOAT_EQ(voice.parameter(known.index), known.value)
+            << known.index << " at " << known.position;
+    }
+}
+
+TEST(SimpleSynth, RowsChangeAboveTheirLimits) {
+    const WaveTables& tables = WaveTables::instance();
+    for (const float limit : {440.0f, 660.0f, 880.0f, 1100.0f, 1320.0f, 1540.0f}) {
+        const float above = std::nextafter(limit, 2000.0f);
+        EXPECT_EQ(&tables.sawRow(limit) + 1, &tables.sawRow(above));
+        EXPECT_EQ(&tables.squareRow(limit) + 1, &tables.squareRow(above));
+        EXPECT_EQ(&tables.sawRow(limit) + 7, &tables.squareRow(limit));
+    }
+    EXPECT_EQ(&tables.sawRow(-1), &tables.sawRow(440));
+    EXPECT_EQ(&tables.sawRow(1e9f), &tables.sawRow(1541));
+}
+
+TEST(SimpleSynth, TheFilterDoesNotCloseBelowItsFloor) {
+    LadderFilter low;
+    LadderFilter floor;
+    low.setCutoffAndResonance(10, 0.5);
+    floor.setCutoffAndResonance(50, 0.5);
+    for (int i = 0; i < 100; ++i) EXPECT_EQ(low.process(1), floor.process(1));
+    low.reset();
+    floor = LadderFilter();
+    floor.setCutoffAndResonance(50, 0.5);
+    EXPECT_EQ(low.process(1), floor.process(1));
+}
+
+// The tanh holds every sample within the voice's gain, whatever the patch.
+TEST(SimpleSynth, NoPatchLeavesTheRangeOfItsOutput) {
+    constexpr float infinity = std::numeric_limits<float>::infinity();
+    constexpr float notANumber = std::numeric_limits<float>::quiet_NaN();
+    constexpr float absurd[] = {notANumber, infinity, -infinity, 0,  1e30f,
+                                -1e30f,     1e-40f,   -1,        40, -0.0f};
+    constexpr float pitches[] = {440,  27.5f,      1600,     0,         -440,  44101,
+                                 1e9f, notANumber, infinity, -infinity, 1e30f, 1e-40f};
+    std::uint32_t seed = 1;
+    const auto draw = [&seed](std::uint32_t end) {
+        seed = seed * 1664525 + 1013904223;
+        return static_cast<std::uint32_t>((std::uint64_t(seed) * end) >> 32);
+    };
+    for (int note = 0; note < 3000; ++note) {
+        SimpleSynth voice;
+        std::string patch;
+        for (std::int32_t i = 0; i < 16; ++i) {
+            const std::string name = voice.parameterName(i);
+            float value = static_cast<float>(draw(1001)) / 1000;
+            if (name == "noteLength") value = 0.01f + value / 20;
+            if (name == "filterEnvAmount") value = 2 * value - 1;
+            if (name == "distGain") value = 1 + 3 * value;
+            if (name == "octave") value = 0.25f + 3.75f * value;
+            if (note % 3 != 0 && draw(8) == 0) value = absurd[draw(std::size(absurd))];
+            voice.setParameter(name, value, true);
+            patch += std::to_string(value) + " ";
+        }
+        const float pitch = note % 3 == 0 ? 440 : pitches[draw(std::size(pitches))];
+        voice.noteOn(pitch, 0);
+        float worst = 0;
+        for (const float sample : render(voice, 6000, 256)) {
+            ASSERT_TRUE(std::fabs(sample) <= 0.5f) << pitch << " hertz: " << patch;
+            worst = std::max(worst, std::fabs(sample));
+        }
+        EXPECT_TRUE(worst > 0 || note % 3 != 0) << patch;
+    }
+}
