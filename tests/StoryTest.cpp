@@ -1,0 +1,363 @@
+// SPDX-License-Identifier: Zlib
+// The screens around the play: which page, text and sound comes in which frame, and what keys do.
+#include <algorithm>
+
+#include "drawing/ImageLoader.h"
+#include "game/Noise.h"
+#include "images/EmbeddedImages.h"
+#include "screens/Epilogue.h"
+#include "screens/TitleScreen.h"
+#include "sound/AudioSingleton.h"
+#include "tests/ApplicationFixture.h"
+#include "tests/RecordingDrawer.h"
+
+class Story : public ApplicationFixture {
+protected:
+    using Call = RecordingDrawer::Call;
+
+    // Handles of textures outlive the screens, so all tests share one drawer, as in the game, and
+    // no screen of the game is drawn on the application's own.
+    static RecordingDrawer& drawer() {
+        static RecordingDrawer only;
+        return only;
+    }
+
+    void SetUp() override {
+        ApplicationFixture::SetUp();
+        testing::internal::CaptureStdout();
+        drawer();
+        testing::internal::GetCapturedStdout();
+        noiseSeed() = 1;
+    }
+
+    template <typename Screen>
+    void enter() {
+        Inspector::setState(*application, std::make_unique<Screen>(*application));
+        frame = 0;
+    }
+
+    // Frames count from 1.
+    const std::vector<Call>& draw() {
+        ++frame;
+        drawer().calls.clear();
+        Inspector::state(*application)->draw(drawer());
+        return drawer().calls;
+    }
+    void press(const std::string& action) {
+        Inspector::state(*application)->keyPressed(action, nullptr);
+    }
+    std::string state() const { return Inspector::state(*application)->getName(); }
+
+    // How often the thump was begun by some work.
+    static int thumpsIn(const std::function<void()>& work) {
+        listenUntilSilent();
+        work();
+        return Inspector::soundingVoices(sound(), thumpBank) / thumpVoices;
+    }
+    // Of a drawing; the others go on sounding, so as not to spend time on each frame.
+    bool isThumpDrawn() {
+        if (Inspector::soundingVoices(sound(), thumpBank) > 20) listenUntilSilent();
+        const int before = Inspector::soundingVoices(sound(), thumpBank);
+        draw();
+        const int begun = Inspector::soundingVoices(sound(), thumpBank) - before;
+        EXPECT_TRUE(begun == 0 || begun == thumpVoices) << begun << " voices";
+        return begun > 0;
+    }
+
+    static AudioSingleton& sound() { return AudioSingleton::instance(); }
+    static void listen(std::int32_t samples) {
+        std::vector<float> output(static_cast<std::size_t>(samples) * 2);
+        sound().process(output.data(), samples);
+    }
+    static bool isGridEmpty() {
+        for (std::int32_t track = 0; track < AudioSingleton::tracks; ++track) {
+            for (std::int32_t step = 0; step < AudioSingleton::steps; ++step) {
+                if (Inspector::note(sound(), track, step) != AudioSingleton::rest) return false;
+            }
+        }
+        return true;
+    }
+
+    // Whether a frame shows a text, wherever.
+    static bool shows(const std::vector<Call>& calls, const std::string& name) {
+        return std::any_of(calls.begin(), calls.end(),
+                           [&name](const Call& call) { return call.name == name; });
+    }
+    // Names of what is painted, repetitions left out.
+    static Log order(const std::vector<Call>& calls) {
+        Log names;
+        for (const Call& call : calls) {
+            if (names.empty() || names.back() != call.name) names.push_back(call.name);
+        }
+        return names;
+    }
+
+    static constexpr std::int32_t threeBars = 3 * 2 * 44100; // samples, and somewhat more
+
+    int frame = 0;
+
+private:
+    static constexpr std::int32_t thumpBank = 4;
+    static constexpr int thumpVoices = 3;
+
+    static void listenUntilSilent() {
+        for (int i = 0; i < 100 && Inspector::soundingVoices(sound(), thumpBank) > 0; ++i) {
+            listen(4410);
+        }
+        ASSERT_EQ(Inspector::soundingVoices(sound(), thumpBank), 0);
+    }
+};
+
+// --- the title
+
+class Title : public Story {
+protected:
+    void SetUp() override {
+        Story::SetUp();
+        enter<TitleScreen>();
+    }
+
+    // What a page shows besides the sky: texts, and the logo by its name.
+    Log shown() {
+        Log shown;
+        for (const Call& call : draw()) {
+            if (call.name == logo()) shown.emplace_back("logo");
+            if (call.name.starts_with("text ") && call.name != "text ") {
+                shown.push_back(call.name.substr(5));
+            }
+        }
+        return shown;
+    }
+    void drawFrames(int count) {
+        for (int i = 0; i < count; ++i) draw();
+    }
+
+    static const std::string& logo() {
+        static const std::string name = [] {
+            const EmbeddedImage& file = spriteImages[spriteLogo];
+            const LoadedImage image = ImageLoader().loadFromMemory(file.data, file.bytes);
+            return std::to_string(image.width) + "x" + std::to_string(image.height);
+        }();
+        return name;
+    }
+
+    static inline const std::array<Log, 7> pages = {
+        {{},
+         {"Trapped in a world which was never meant to be"},
+         {"Where nobody even remembers your name"},
+         {"You have only one hope to put right what once went wrong..."},
+         {"logo"},
+         {"logo", "Now go! Run! Tarnwick to the past!"},
+         {"logo", "Now go! Run! Tarnwick to the past!"}}};
+};
+
+TEST_F(Title, LeftAloneItPagesOnInItsTimeAndStays) {
+    const int lastFrames[] = {30, 150, 270, 390, 510}; // of the pages 0 to 4
+    for (const int lastFrame : lastFrames) {
+        while (frame < lastFrame - 1) ASSERT_FALSE(isThumpDrawn()) << "frame " << frame;
+        ASSERT_TRUE(isThumpDrawn()) << "frame " << frame;
+    }
+    while (frame < 1000) ASSERT_FALSE(isThumpDrawn()) << "page 6 comes without a sound";
+    EXPECT_EQ(state(), "TitleScreen");
+    EXPECT_EQ(shown(), pages[6]);
+
+    enter<TitleScreen>();
+    for (std::size_t page = 0; page < 5; ++page) {
+        while (frame < lastFrames[page]) ASSERT_EQ(shown(), pages[page]) << "frame " << frame;
+    }
+    while (frame < 640) ASSERT_EQ(shown(), pages[5]) << "frame " << frame;
+}
+
+TEST_F(Title, PaintsFromTheBackToTheFront) {
+    std::vector<Call> expected = {
+        {"rect", {0, 0, 1280, 480, 0, 0, 0, 255}},
+        {"gradient", {0, 480, 1280, 1280, 0, 0, 0, 255, 64, 64, 64, 255}},
+        {"blend", {1}},
+        {"1024x1024", {0, 0, 1.25f, 1.25f, 1, 1, 1, 0.5f}},
+        {"blend", {0}},
+    };
+    press("");
+    const std::vector<Call> first = draw();
+    ASSERT_EQ(first.size(), 6u);
+    const float font = first[5].numbers[0];
+    EXPECT_GE(font, 1) << "a font of its own";
+    const auto line = [font](const std::string& text) {
+        return Call{"text " + text, {font, 128, 400, 1024, 1, 1, 1, 0, 1}};
+    };
+    expected.push_back(line(pages[1][0]));
+    EXPECT_EQ(first, expected);
+
+    for (int page = 2; page <= 5; ++page) press("");
+    expected.back() = line("");
+    expected.push_back({logo(), {128, 0, 1, 1, 1, 1, 1, 1}});
+    expected.push_back({"text " + pages[5][1], {font, 128, 640, 1024, 1, 1, 0, 1, 1}});
+    EXPECT_EQ(draw(), expected);
+}
+
+TEST_F(Title, PicturesAndFontAreMadeOnceInTheProgram) {
+    draw();
+    enter<TitleScreen>();
+    const std::uint64_t calls = GlStandIn::calls;
+    draw();
+    EXPECT_EQ(GlStandIn::calls, calls);
+}
+
+TEST_F(Title, AKeyTurnsThePageAtOnceAndGivesItItsFullTime) {
+    const char* keys[] = {"", "P1Up", "Action", "escape"}; // whatever its name
+    for (std::size_t page = 0; page < 4; ++page) {
+        drawFrames(page == 0 ? 29 : 118); // the next frame would turn it
+        ASSERT_EQ(thumpsIn([&] { press(keys[page]); }), 1);
+        Inspector::state(*application)->keyReleased(keys[page], nullptr);
+        ASSERT_EQ(shown(), pages[page + 1]);
+    }
+    drawFrames(118);
+    ASSERT_EQ(shown(), pages[4]) << "the 120th frame of the page";
+    ASSERT_EQ(shown(), pages[5]);
+}
+
+TEST_F(Title, OnlyTheKeyAfterTheCallStartsThePlayButThenAtOnce) {
+    for (int page = 1; page <= 4; ++page) press("");
+    EXPECT_EQ(thumpsIn([this] { press("Action"); }), 1) << "to page 5 only";
+    EXPECT_EQ(state(), "TitleScreen");
+    EXPECT_EQ(thumpsIn([this] { press("Action"); }), 0) << "without a frame between";
+    EXPECT_EQ(state(), "GamePlay");
+
+    enter<TitleScreen>();
+    drawFrames(511);
+    press("");
+    EXPECT_EQ(state(), "GamePlay") << "one frame after page 5 came";
+
+    enter<TitleScreen>();
+    drawFrames(900);
+    press("P1Down");
+    EXPECT_EQ(state(), "GamePlay") << "from page 6";
+}
+
+TEST_F(Title, EscapeEndsTheProgramOnEveryPage) {
+    for (int page = 0; page <= 6; ++page) {
+        SetUp();
+        for (int i = 0; i < std::min(page, 5); ++i) press("");
+        if (page == 6) drawFrames(120);
+        EXPECT_EQ(thumpsIn([this] { press("Escape"); }), 0);
+        EXPECT_EQ(state(), "TitleScreen");
+        EXPECT_FALSE(runFrame());
+    }
+}
+
+TEST_F(Title, KeysOfOneFrameCountOneByOneAndHeldOnesOnce) {
+    for (int key = 0; key < 5; ++key) pushKey(SDL_KEYDOWN, SDLK_q); // bound to nothing
+    pushKey(SDL_KEYUP, SDLK_q);
+    pushQuit(); // so that nothing is drawn
+    EXPECT_FALSE(runFrame());
+    EXPECT_EQ(state(), "TitleScreen");
+    pushKey(SDL_KEYDOWN, SDLK_SPACE);
+    EXPECT_FALSE(runFrame());
+    EXPECT_EQ(state(), "GamePlay");
+    int delay = -1;
+    int interval = -1;
+    SDL_GetKeyRepeat(&delay, &interval);
+    EXPECT_EQ(delay, 0);
+}
+
+// --- the music's begin and end
+
+TEST_F(Story, TheMusicLastsAsLongAsThePlay) {
+    application->changeState("TitleScreen", "");
+    EXPECT_TRUE(isGridEmpty());
+    application->changeState("GamePlay", "");
+    EXPECT_FALSE(isGridEmpty());
+    listen(threeBars);
+    EXPECT_NE(Inspector::note(sound(), 1, 0), AudioSingleton::rest) << "bars are reported";
+    application->changeState("Epilogue", "");
+    EXPECT_TRUE(isGridEmpty());
+    listen(threeBars);
+    EXPECT_TRUE(isGridEmpty()) << "no longer";
+}
+
+TEST_F(Story, WithoutMusicThePlayWritesNoNoteAndThumpsStay) {
+    application.reset();
+    std::vector<std::string> arguments = Inspector::quietArguments();
+    arguments.emplace_back("-nm");
+    testing::internal::CaptureStdout();
+    application = std::make_unique<Application>(arguments);
+    testing::internal::GetCapturedStdout();
+    EXPECT_EQ(thumpsIn([this] { press(""); }), 1);
+    application->changeState("GamePlay", "");
+    EXPECT_TRUE(isGridEmpty());
+    listen(threeBars);
+    EXPECT_TRUE(isGridEmpty());
+    application->changeState("Epilogue", "");
+    EXPECT_TRUE(isGridEmpty());
+}
+
+// --- the epilogue
+
+class Ending : public Story {
+protected:
+    void SetUp() override {
+        Story::SetUp();
+        enter<Epilogue>();
+    }
+
+    static constexpr const char* message = "text No! it's not far enough back...";
+    static constexpr const char* last = "text TO BE CONTINUED";
+};
+
+TEST_F(Ending, TextsAndSoundComeInTheirFramesAndTheTextsStay) {
+    while (frame < 1000) {
+        const bool thump = isThumpDrawn();
+        ASSERT_EQ(thump, frame == 300) << "frame " << frame;
+        ASSERT_EQ(shows(drawer().calls, message), frame >= 181) << "frame " << frame;
+        ASSERT_EQ(shows(drawer().calls, last), frame >= 301) << "frame " << frame;
+    }
+    EXPECT_EQ(state(), "Epilogue");
+}
+
+TEST_F(Ending, PaintsFromTheBackToTheFront) {
+    EXPECT_EQ(order(draw()).back(), "turned 8x8") << "the vortex, over all else";
+    EXPECT_TRUE(shows(drawer().calls, "turned 16x16")) << "the runner falls, and leaves a star";
+    while (frame < 301) draw();
+    const std::vector<Call>& calls = drawer().calls;
+    EXPECT_EQ(order(calls), (Log{"gradient", "blend", "1024x1024", "blend", "132x68", "36x36",
+                                 "32x32", "turned 8x8", message, last}));
+    EXPECT_EQ(calls[0],
+              (Call{"gradient", {0, 0, 1280, 720, 96, 96, 255, 255, 255, 255, 255, 255}}));
+    EXPECT_EQ(calls[1], (Call{"blend", {1}}));
+    EXPECT_EQ(calls[2], (Call{"1024x1024", {0, 0, 1.25f, 1.25f, 1, 1, 1, 0.5f}}));
+    EXPECT_EQ(calls[3], (Call{"blend", {0}}));
+    const float font = calls.back().numbers[0];
+    EXPECT_GE(font, 1) << "a font of its own";
+    EXPECT_EQ(calls[calls.size() - 2], (Call{message, {font, 24, 400, 1280, 1, 0, 0, 0, 1}}));
+    EXPECT_EQ(calls.back(), (Call{last, {font, 360, 200, 1024, 1, 1, 0, 0, 1}}));
+}
+
+TEST_F(Ending, TheRunnerDropsInAndLandsBeforeTheFirstTextWhateverIsPressed) {
+    // The outlines of tiles tell where the runner is: the camera is tied to it.
+    const auto outlines = [](const std::vector<Call>& calls) {
+        std::vector<Call> tiles;
+        for (const Call& call : calls) {
+            if (call.name == "36x36") tiles.push_back(call);
+        }
+        return tiles;
+    };
+    std::vector<std::vector<Call>> untouched;
+    while (frame < 180) untouched.push_back(outlines(draw()));
+    EXPECT_FALSE(untouched.back().empty()) << "it stands on what can be seen";
+    const auto landing = std::find(untouched.begin(), untouched.end(), untouched.back());
+    EXPECT_EQ(std::count(landing, untouched.end(), untouched.back()), untouched.end() - landing);
+    EXPECT_GT(landing - untouched.begin(), 40) << "after the vortex is gone";
+    EXPECT_LT(landing - untouched.begin(), 120) << "well before the text";
+
+    enter<Epilogue>();
+    for (const char* action : {"P1Left", "P1Up", "P1Down", "Action", "", "escape"}) press(action);
+    for (const std::vector<Call>& expected : untouched) {
+        press("Action");
+        ASSERT_EQ(outlines(draw()), expected) << "frame " << frame;
+    }
+    EXPECT_EQ(state(), "Epilogue");
+    Inspector::setState(*application, std::make_unique<Recorder>(*application, log));
+    EXPECT_TRUE(runFrame()) << "nor does one of them end the program";
+    enter<Epilogue>();
+    press("Escape");
+    EXPECT_FALSE(runFrame());
+}
