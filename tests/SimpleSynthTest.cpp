@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Zlib
 #include "sound/SimpleSynth.h"
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 #include <string>
@@ -32,6 +33,22 @@ TEST(SimpleSynth, ANoteLastsTwiceItsLengthToTheSample) {
     voice.setParameter("noteLength", 1, true);
     voice.noteOn(440, 0);
     EXPECT_EQ(soundingFrames(voice), 88273);
+}
+
+// A sample at the note's very end is its last one; one behind the end, by a hair, is not.
+TEST(SimpleSynth, ANoteEndsBehindItsLength) {
+    float seconds = 0;
+    for (std::int32_t frames = 1; frames <= 3000; ++frames) {
+        seconds += 0.000022675737f;
+        if (frames % 100 != 0) continue;
+        SimpleSynth voice;
+        voice.setParameter("noteLength", seconds / 2, true);
+        voice.noteOn(440, 0);
+        EXPECT_EQ(soundingFrames(voice), frames);
+        voice.setParameter("noteLength", std::nextafter(seconds, 0.0f) / 2, true);
+        voice.noteOn(440, 0);
+        EXPECT_EQ(soundingFrames(voice), frames - 1);
+    }
 }
 
 TEST(SimpleSynth, ANoteWaitsForItsSampleAcrossBuffers) {

@@ -37,8 +37,7 @@ static constexpr Patch high = {0.5f, 0.07f, 0.55f,  0,     1,     0.012f, 0.55f,
                                0,    1,     0.012f, 0.98f, 0.14f, 1,      4,     0.25f};
 static constexpr Patch steep = {1, 0.07f, 1,     1,    1,     0.75f, 1, -0.6f,
                                 1, 0,     0.82f, 0.1f, 0.25f, 4,     1, 1};
-static constexpr Patch square = {0.5f, 0.1f, 0.9f, 0, 0,     0, 0, 1,  // its level too: no attack,
-                                 0,    0,    0,    0, 0.05f, 3, 1, 0}; // no release
+static constexpr Patch abrupt = {0.5f, 0.1f, 0.9f, 0, 0, 0, 0, 1, 0, 0, 0, 0, 0.05f, 3, 1, 0};
 static constexpr Patch blowingUp = {0.2f, 1, 10,   0,    0,    0.1f, 0.5f, 1,
                                     0,    0, 0.1f, 0.5f, 0.1f, 2,    1,    0.3f};
 
@@ -128,7 +127,7 @@ TEST_P(SoundGoldenTest, Notes) {
     } cases[] = {
         {"bass", bass, 0xa3acf84aea3788ad},     {"pad", pad, 0xb0bdf4eb3c0e7823},
         {"high", high, 0xeec7498a39306fe5},     {"steep", steep, 0x21393a2f068d6ad7},
-        {"square", square, 0xae05f2c2ccf23d59}, {"blowing up", blowingUp, 0xaa31e64b70c40e65},
+        {"abrupt", abrupt, 0xae05f2c2ccf23d59}, {"blowing up", blowingUp, 0xaa31e64b70c40e65},
     };
     for (const auto& known : cases) {
         std::vector<SimpleSynth> voices(std::size(pitches));
@@ -164,7 +163,7 @@ TEST_P(SoundGoldenTest, AMinuteOfMusic) {
         bars = 0;
         noiseSeed() = 1;
         std::size_t bank = 0;
-        for (const Patch& patch : {bass, pad, high, steep, square}) give(patch, *sound, bank++);
+        for (const Patch& patch : {bass, pad, high, steep, abrupt}) give(patch, *sound, bank++);
         sound->setPitches({220, 247.5f, 275, 330, 371.25f, 412.5f, 110, 55});
         for (std::int32_t step = 0; step < AudioSingleton::steps; ++step) {
             if (step % 8 == 3) sound->toggleStep(3, step, 1);
