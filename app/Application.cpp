@@ -33,9 +33,8 @@ static void chooseVideoDriver() {
     const bool knowsWayland = SDL_Linked_Version()->patch >= firstWaylandPatch;
     const bool wayland = knowsWayland && !Platform::environment("WAYLAND_DISPLAY").empty();
     const bool chosen = !Platform::environment("SDL_VIDEODRIVER").empty();
-    if (Platform::environment("DISPLAY").empty() && !wayland && !chosen) {
-        Platform::setEnvironment("SDL_VIDEODRIVER", "dummy");
-    }
+    if (chosen || Platform::hasDisplay()) return;
+    Platform::setEnvironment("SDL_VIDEODRIVER", wayland ? "wayland" : "dummy");
 }
 
 // The icon of the window, which SDL wants before the window opens.

@@ -5,8 +5,9 @@
 
 #include <cstdint>
 
-// The program's own numbers for its inputs, independent of SDL's. A joystick code, 0 to 19, counts
-// within one joystick: 0 to 9 are the directions of its axes, its button b is b + 4.
+// The program's own numbers for its inputs, independent of SDL's. A joystick code counts
+// within one joystick: 0 to 9 are the directions of its axes, its button b is b + 4; from 20 on it
+// is in the next joystick's block.
 
 // The code of a key, 0 for a key that has none.
 std::int32_t inputCodeForKey(SDLKey key);

@@ -17,6 +17,7 @@ static const std::string characterSet =
 static constexpr int columnsCounted = 10; // cells a row that the atlas is sized from at first
 static constexpr int columnsUsed = 11;    // characters a row of the atlas
 static constexpr int rowsUsed = 8;        // for 81 characters
+static constexpr int largestCell = 700;   // pixels; the atlas then has a side of 8192 at most
 static constexpr int linePadding = 4;     // pixels, within a line and again between atlas rows
 static constexpr float quadPadding = 2;   // pixels that a quad reaches below its line
 
@@ -77,11 +78,11 @@ OpenGLFont::OpenGLFont(const std::string& fileName, float size) {
         std::cout << "OpenGLFont: Could not load font: " << fileName << std::endl;
         return;
     }
-    buildAtlas(file);
-    valid = true;
+    valid = buildAtlas(file);
+    if (!valid) std::cout << "OpenGLFont: Could not load font: " << fileName << std::endl;
 }
 
-void OpenGLFont::buildAtlas(const FontFile& file) {
+bool OpenGLFont::buildAtlas(const FontFile& file) {
     int maxAdvance = 0;
     int maxHeight = 0;
     for (const char character : characterSet) {
@@ -89,6 +90,8 @@ void OpenGLFont::buildAtlas(const FontFile& file) {
         maxAdvance = std::max(maxAdvance, metrics.advance);
         if (metrics.inkHeight() > maxHeight) maxHeight = metrics.inkHeight() + 1;
     }
+    // A broken file may claim any size.
+    if (std::max({maxAdvance, maxHeight, file.lineHeight()}) > largestCell) return false;
     const int linePixels = std::max(file.lineHeight(), maxHeight) + linePadding;
     const int rowStep = linePixels + linePadding;
     GlyphAtlas atlas(columnsCounted * std::max(linePixels, maxAdvance), columnsUsed * maxAdvance,
@@ -113,6 +116,7 @@ void OpenGLFont::buildAtlas(const FontFile& file) {
     texture = uploadAtlas(atlas);
     atlasSize = atlas.getSize();
     lineHeight = static_cast<float>(linePixels);
+    return true;
 }
 
 void OpenGLFont::draw(const std::string& text, float x, float y, float wrapWidth, float scale,

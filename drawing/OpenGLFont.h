@@ -35,7 +35,7 @@ private:
         ~Library();
     };
 
-    void buildAtlas(const FontFile& file);
+    bool buildAtlas(const FontFile& file); // false if it would be too large for a texture
     void paintGlyph(const FontGlyph& glyph, float x, float y, float scale, float r, float g,
                     float b, float a) const;
 

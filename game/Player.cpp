@@ -22,13 +22,6 @@ static constexpr float speedLimit = 1.0f;  // on each axis, outside a kick
 static constexpr float liftSpeed = 1.0f;   // a landing takes this from vy, again and again,
 static constexpr float landingLift = 0.5f; // and raises the runner by so many tiles each time
 
-// The cell of a coordinate, cut toward zero. No level reaches the bounds; without them a
-// coordinate beyond the integers would be undefined.
-static int cellOf(float coordinate) {
-    constexpr float bound = 1e9f;
-    return static_cast<int>(std::clamp(coordinate, -bound, bound));
-}
-
 static bool isSolid(const LevelMap& map, int column, int row) {
     return map.at(column, row) != LevelMap::empty;
 }

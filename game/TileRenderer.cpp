@@ -37,8 +37,8 @@ static void loadTextures(OpenGLDrawer& drawer) {
 // from the top; x and y are the cell's top left corner in units.
 template <typename Visit>
 static void forEachVisibleCell(const LevelMap& map, WorldPoint camera, Visit visit) {
-    const int firstColumn = static_cast<int>(camera.x) - cameraColumns;
-    const int firstRow = static_cast<int>(camera.y) - cameraRows;
+    const int firstColumn = cellOf(camera.x) - cameraColumns;
+    const int firstRow = cellOf(camera.y) - cameraRows;
     const float left = (static_cast<float>(firstColumn) - (camera.x - cameraColumns)) * tileUnits;
     float y = (static_cast<float>(firstRow) - (camera.y - cameraRows)) * tileUnits;
     for (int row = firstRow; row < firstRow + windowRows; ++row, y += tileUnits) {

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Zlib
 #pragma once
 
+#include <algorithm>
+
 // A position or the camera, in tiles: x grows to the right, y downward. One tile is 64 by 64 units
 // of the virtual screen.
 struct WorldPoint {
@@ -18,4 +20,11 @@ inline constexpr int cameraRows = 6;
 // The camera that follows a runner rigidly and shows its tile at (608, 480) of the virtual screen.
 constexpr WorldPoint cameraFor(WorldPoint runner) {
     return {runner.x + 1.5f, runner.y - 1.5f};
+}
+
+// The cell of a coordinate, cut toward zero. No level reaches the bounds; without them a coordinate
+// beyond the integers would be undefined.
+inline int cellOf(float coordinate) {
+    constexpr float bound = 1e9f;
+    return static_cast<int>(std::clamp(coordinate, -bound, bound));
 }

@@ -37,6 +37,9 @@ public:
     // system refuses.
     static bool makeFolder(const std::string& path);
 
+    // Whether a screen answers.
+    static bool hasDisplay();
+
     struct ScreenSize {
         int width = 1024; // pixels; these two where there is no screen
         int height = 768;

@@ -68,9 +68,19 @@ bool Platform::makeFolder(const std::string& path) {
     return mkdir(path.c_str(), forTheUser) == 0;
 }
 
+using OpenDisplay = std::unique_ptr<Display, int (*)(Display*)>;
+
+static OpenDisplay openDisplay() {
+    return {XOpenDisplay(nullptr), XCloseDisplay};
+}
+
+bool Platform::hasDisplay() {
+    return openDisplay() != nullptr;
+}
+
 Platform::ScreenSize Platform::primaryScreenSize() {
     ScreenSize size;
-    const std::unique_ptr<Display, int (*)(Display*)> display(XOpenDisplay(nullptr), XCloseDisplay);
+    const OpenDisplay display = openDisplay();
     if (!display) return size;
     const int screen = DefaultScreen(display.get());
     size = {DisplayWidth(display.get(), screen), DisplayHeight(display.get(), screen)};

@@ -231,3 +231,10 @@ TEST(OpenGLFontFile, OfTheSystemComesBeforeTheGames) {
     EXPECT_GT(createFont(fontName, printed), 0);
     EXPECT_EQ(printed, "");
 }
+
+TEST(Font, OfASizeThatNoTextureHoldsIsRefused) {
+    testing::internal::CaptureStdout();
+    EXPECT_EQ(window->drawer().createFont("MarsNeedsCunnilingus.ttf", 4000), 0);
+    EXPECT_EQ(testing::internal::GetCapturedStdout(),
+              "OpenGLFont: Could not load font: MarsNeedsCunnilingus.ttf\n");
+}
