@@ -2,16 +2,23 @@
 #include "game/LevelMap.h"
 
 #include <cstddef>
+#include <new>
+#include <utility>
 
 #include "drawing/ImageLoader.h"
 
 LevelMap::LevelMap(const FilePath& path) : LevelMap(ImageLoader().loadFromFile(path.text())) {}
 
-LevelMap::LevelMap(const LoadedImage& picture) : width(picture.width), height(picture.height) {
-    rows = std::make_unique<Row[]>(height);
+LevelMap::LevelMap(const LoadedImage& picture) {
+    std::unique_ptr<Row[]> grid(new (std::nothrow) Row[picture.height]);
+    if (!grid) return; // a level that memory does not hold is an empty one
     const std::uint8_t* pixel = picture.pixels.get();
-    for (std::size_t y = 0; y < height; ++y) {
-        rows[y] = std::make_unique<std::uint8_t[]>(width);
-        for (std::size_t x = 0; x < width; ++x, pixel += 4) rows[y][x] = *pixel;
+    for (std::size_t y = 0; y < picture.height; ++y) {
+        grid[y].reset(new (std::nothrow) std::uint8_t[picture.width]);
+        if (!grid[y]) return;
+        for (std::size_t x = 0; x < picture.width; ++x, pixel += 4) grid[y][x] = *pixel;
     }
+    rows = std::move(grid);
+    width = picture.width;
+    height = picture.height;
 }

@@ -440,6 +440,18 @@ TEST(Shapes, RectanglesAndGradientsFillToTheirEdges) {
     EXPECT_EQ(picture.ink(), (Picture::Box{10, 20, 150, 310}));
 }
 
+TEST(Shapes, GradientsAreBlendedWhereOnlyOneEdgeIsOpaque) {
+    const Picture picture = window->paint([](OpenGLDrawer& drawer) {
+        drawer.fillRect(0, 0, 200, 200, 0, 200, 0, 255);
+        drawer.fillGradient(0, 0, 50, 200, 200, 0, 0, 255, 200, 0, 0, 0);
+        drawer.fillGradient(100, 0, 50, 200, 200, 0, 0, 0, 200, 0, 0, 255);
+    });
+    EXPECT_TRUE(picture.at(25, 199).isNear({0, 200, 0})) << "clear at the bottom";
+    EXPECT_TRUE(picture.at(25, 0).isNear({200, 0, 0}));
+    EXPECT_TRUE(picture.at(125, 0).isNear({0, 200, 0})) << "clear at the top";
+    EXPECT_TRUE(picture.at(125, 199).isNear({200, 0, 0}));
+}
+
 TEST(Shapes, AreBlendedByTheModeLastSet) {
     const auto paint = [](const std::vector<int>& modes) {
         return window
