@@ -6,13 +6,17 @@
 
 static constexpr float skyScale = 1.25f; // 1024 pixels to the width of the screen
 
+void drawSky(Drawer& drawer, std::uint32_t skyTexture) {
+    drawer.setBlendMode(1);
+    drawer.drawTexture(skyTexture, 0, 0, skyScale, skyScale, 1, 1, 1, 0.5f);
+    drawer.setBlendMode(0);
+}
+
 static void paint(Drawer& drawer, std::uint32_t skyTexture, std::uint8_t red, std::uint8_t green,
                   std::uint8_t blue) {
     drawer.fillGradient(0, 0, drawer.width, drawer.height, red, green, blue, 255, 255, 255, 255,
                         255);
-    drawer.setBlendMode(1);
-    drawer.drawTexture(skyTexture, 0, 0, skyScale, skyScale, 1, 1, 1, 0.5f);
-    drawer.setBlendMode(0);
+    drawSky(drawer, skyTexture);
 }
 
 void drawBackdrop(Drawer& drawer, std::uint32_t skyTexture, std::uint8_t red, std::uint8_t green,

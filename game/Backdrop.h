@@ -11,3 +11,6 @@ class TimeVortex;
 // none.
 void drawBackdrop(Drawer& drawer, std::uint32_t skyTexture, std::uint8_t red, std::uint8_t green,
                   std::uint8_t blue, const TimeVortex* vortex);
+
+// The sky's picture alone, added at half strength to what is painted.
+void drawSky(Drawer& drawer, std::uint32_t skyTexture);

@@ -5,15 +5,15 @@
 
 #include "drawing/OpenGLDrawer.h"
 #include "drawing/SpriteTexture.h"
+#include "game/Backdrop.h"
 #include "images/EmbeddedImages.h"
 #include "sound/AudioSingleton.h"
 
 static constexpr int framesPerPage = 120;
-static constexpr int logoPage = 4;       // the first with the logo, and without a line of the story
-static constexpr int callPage = 5;       // the first with the call to run; a key starts the play
-static constexpr int lastPage = 6;       // looks like the one before and stays
-static constexpr float fontSize = 48;    // pixels
-static constexpr float skyScale = 1.25f; // 1024 pixels to the width of the screen
+static constexpr int logoPage = 4;    // the first with the logo, and without a line of the story
+static constexpr int callPage = 5;    // the first with the call to run; a key starts the play
+static constexpr int lastPage = 6;    // looks like the one before and stays
+static constexpr float fontSize = 48; // pixels
 
 // Made by the first drawing of the process.
 static std::uint32_t skyTexture = 0;
@@ -29,9 +29,7 @@ void TitleScreen::draw(Drawer& drawer) {
     drawer.fillRect(0, 0, 1280, 480, 0, 0, 0, 255);
     // Most of the gradient lies below the screen, which so stays nearly black.
     drawer.fillGradient(0, 480, 1280, 1280, 0, 0, 0, 255, 64, 64, 64, 255);
-    drawer.setBlendMode(1);
-    drawer.drawTexture(skyTexture, 0, 0, skyScale, skyScale, 1, 1, 1, 0.5f);
-    drawer.setBlendMode(0);
+    drawSky(drawer, skyTexture);
     const auto line = static_cast<std::size_t>(std::min(page, logoPage));
     drawer.drawText(lines[line], storyFont, 128, 400, 1024, 1, 1, 1, 0, 1);
     if (page >= logoPage) drawer.drawTexture(logoTexture, 128, 0, 1, 1, 1, 1, 1, 1);
