@@ -32,8 +32,9 @@ static constexpr int glyphPlaces[glyphImageCount] = {
 static void chooseVideoDriver() {
     const bool knowsWayland = SDL_Linked_Version()->patch >= firstWaylandPatch;
     const bool wayland = knowsWayland && !Platform::environment("WAYLAND_DISPLAY").empty();
-    const bool chosen = !Platform::environment("SDL_VIDEODRIVER").empty();
-    if (chosen || Platform::hasDisplay()) return;
+    const std::string chosen = Platform::environment("SDL_VIDEODRIVER");
+    // The successor chooses "x11" by itself as it is loaded, which without a display is no choice.
+    if ((!chosen.empty() && chosen != "x11") || Platform::hasDisplay()) return;
     Platform::setEnvironment("SDL_VIDEODRIVER", wayland ? "wayland" : "dummy");
 }
 

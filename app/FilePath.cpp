@@ -10,11 +10,13 @@ static constexpr char separator = '/';
 bool FilePath::exists() const {
     if (path.empty()) return false;
     const Platform::PathKind kind = Platform::pathStatus(path).kind;
-    return kind == Platform::PathKind::file || kind == Platform::PathKind::directory;
+    return kind != Platform::PathKind::missing && kind != Platform::PathKind::unreachable;
 }
 
 bool FilePath::isFile() const {
-    return !path.empty() && Platform::pathStatus(path).kind == Platform::PathKind::file;
+    if (path.empty()) return false;
+    const Platform::PathKind kind = Platform::pathStatus(path).kind;
+    return kind == Platform::PathKind::file || kind == Platform::PathKind::special;
 }
 
 bool FilePath::isDirectory() const {

@@ -52,6 +52,8 @@ static void writeDefaultSettings(const std::string& path) {
 
 Settings::Settings() {
     const std::string path = userDirectory() + fileName;
+    // Opening a pipe would wait for somebody at its other end.
+    if (Platform::pathStatus(path).kind == Platform::PathKind::special) return;
     if (!std::ifstream(path, std::ios::binary)) writeDefaultSettings(path);
     std::ifstream file(path, std::ios::binary);
     if (file) read(file);

@@ -68,6 +68,7 @@ foreach(part levels/*.png fonts/*.ttf synthPatches/*.inl pitches/*.txt)
         FILES_MATCHING PATTERN ${pattern})
     install_link(${programFolder} ${folder} ${dataFolder}/${folder} game)
 endforeach()
+install(FILES data/levels/tiles.gpl DESTINATION ${dataFolder}/levels COMPONENT game)
 
 # Each tool is installed by the name it is built with, which begins with "tarnwick-".
 foreach(tool render_wav)

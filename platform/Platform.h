@@ -12,7 +12,8 @@
 // before a second thread of the game runs.
 class Platform {
 public:
-    enum class PathKind { missing, unreachable, file, directory };
+    // special: a pipe or a device, of which reading may never come to an end.
+    enum class PathKind { missing, unreachable, file, directory, special };
 
     struct PathStatus {
         PathKind kind = PathKind::missing; // unreachable: the query failed for another reason
@@ -22,7 +23,7 @@ public:
     // Full path of the running executable with links resolved, empty if the system gives none.
     static std::string executablePath();
 
-    // What lies at the path; links are followed. Everything that is no directory is a file.
+    // What lies at the path; links are followed.
     static PathStatus pathStatus(const std::string& path);
 
     // Names in the directory without "." and "..", in the file system's order; nothing if the

@@ -30,7 +30,8 @@ std::string Platform::executablePath() {
 Platform::PathStatus Platform::pathStatus(const std::string& path) {
     struct stat status = {};
     if (stat(path.c_str(), &status) == 0) {
-        return {S_ISDIR(status.st_mode) ? PathKind::directory : PathKind::file, ""};
+        if (S_ISDIR(status.st_mode)) return {PathKind::directory, ""};
+        return {S_ISREG(status.st_mode) ? PathKind::file : PathKind::special, ""};
     }
     const int reason = errno;
     const bool missing = reason == ENOENT || reason == ENOTDIR;

@@ -166,6 +166,13 @@ TEST_F(SettingsTest, WhatCannotBeMadeIsToldAndTheDefaultsStand) {
     std::filesystem::remove("config/Corvale");
     std::filesystem::create_directories("config/Corvale/Corvale.conf");
     EXPECT_EQ(printedBy(expectDefaults), "") << "a folder opens and cannot be read";
+
+    std::filesystem::remove("config/Corvale/Corvale.conf");
+    ASSERT_EQ(mkfifo("config/Corvale/Corvale.conf", 0600), 0);
+    EXPECT_EQ(printedBy(expectDefaults), "") << "nobody is at the pipe's other end";
+    std::filesystem::remove("config/Corvale/Corvale.conf");
+    std::filesystem::create_symlink("/dev/zero", "config/Corvale/Corvale.conf");
+    EXPECT_EQ(printedBy(expectDefaults), "") << "and this never ends";
 }
 
 TEST_F(SettingsTest, AFolderWithoutPermissionIsTold) {
