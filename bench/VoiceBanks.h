@@ -4,8 +4,13 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <vector>
 
+#include "sound/ClapSynth.h"
+#include "sound/CrashSynth.h"
+#include "sound/HatSynth.h"
+#include "sound/KickSynth.h"
 #include "sound/SimpleSynth.h"
 #include "tests/ReferenceVoice.h"
 
@@ -47,4 +52,24 @@ public:
 private:
     std::vector<SimpleSynth> voices;
     std::vector<ReferenceVoice> literal;
+};
+
+// All that can sound at once: five banks and four drums.
+class FullSound {
+public:
+    void start() { banks.start(); }
+
+    void render(float* output, std::int32_t frames) {
+        banks.render(output, frames);
+        for (const auto& drum : drums) {
+            if (!drum->isActive()) drum->trigger(true, 0, false);
+            drum->render(output, frames);
+        }
+    }
+
+private:
+    VoiceBanks banks = VoiceBanks(160);
+    std::array<std::unique_ptr<Synthesizer>, 4> drums = {
+        std::make_unique<KickSynth>(), std::make_unique<ClapSynth>(), std::make_unique<HatSynth>(),
+        std::make_unique<CrashSynth>()};
 };

@@ -2,27 +2,22 @@
 #include <benchmark/benchmark.h>
 
 #include <array>
-#include <memory>
 
 #include "bench/VoiceBanks.h"
-#include "sound/ClapSynth.h"
-#include "sound/CrashSynth.h"
-#include "sound/HatSynth.h"
-#include "sound/KickSynth.h"
 #include "sound/VoiceKernel.h"
 
 static constexpr std::int32_t bufferFrames = 256;
 static constexpr double sampleRate = 44100; // hertz
 
 // Calls render for buffer after buffer of notes that never end.
-template <typename Render>
-static void renderBuffers(benchmark::State& state, VoiceBanks& banks, Render render) {
+template <typename Sound, typename Render>
+static void renderBuffers(benchmark::State& state, Sound& sound, Render render) {
     std::array<float, 2 * bufferFrames> buffer = {};
     std::int32_t frames = VoiceBanks::noteFrames;
     for (auto _ : state) {
         if (frames + bufferFrames > VoiceBanks::noteFrames) {
             state.PauseTiming();
-            banks.start();
+            sound.start();
             frames = 0;
             state.ResumeTiming();
         }
@@ -60,19 +55,9 @@ static void bankOfVoices(benchmark::State& state) {
     VoiceKernel::setLevel(VoiceStages::best());
 }
 
-// All that can sound at once: 160 voices and four drums.
 static void everything(benchmark::State& state) {
-    VoiceBanks banks(160);
-    const std::array<std::unique_ptr<Synthesizer>, 4> drums = {
-        std::make_unique<KickSynth>(), std::make_unique<ClapSynth>(), std::make_unique<HatSynth>(),
-        std::make_unique<CrashSynth>()};
-    renderBuffers(state, banks, [&](float* output) {
-        banks.render(output, bufferFrames);
-        for (const auto& drum : drums) {
-            if (!drum->isActive()) drum->trigger(true, 0, false);
-            drum->render(output, bufferFrames);
-        }
-    });
+    FullSound sound;
+    renderBuffers(state, sound, [&](float* output) { sound.render(output, bufferFrames); });
     state.counters["times real time"] = benchmark::Counter(
         bufferFrames / sampleRate, benchmark::Counter::kIsIterationInvariantRate);
 }
