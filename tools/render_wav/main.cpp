@@ -10,7 +10,7 @@
 #include "app/FilePath.h"
 #include "game/Noise.h"
 #include "sound/PatchFile.h"
-#include "tools/render_wav/CommandLine.h"
+#include "tools/CommandLine.h"
 #include "tools/render_wav/SoundRenderer.h"
 
 static constexpr const char* usage =

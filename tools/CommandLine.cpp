@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Zlib
-#include "tools/render_wav/CommandLine.h"
+#include "tools/CommandLine.h"
 
 #include <algorithm>
 

@@ -27,6 +27,7 @@ public:
     bool isCommand(const std::string& name, std::size_t wordCount,
                    const std::vector<std::string>& itsOptions) const;
 
+    std::size_t getWordCount() const { return words.size(); }
     const std::string& getWord(std::size_t index) const { return words.at(index); }
     const std::string& getLastWord() const { return words.back(); }
 

@@ -1,0 +1,115 @@
+// SPDX-License-Identifier: Zlib
+// Checks the picture of a level, for those who draw levels; see usage below.
+#include <fstream>
+#include <iostream>
+#include <sstream>
+
+#include "app/FilePath.h"
+#include "tools/CommandLine.h"
+#include "tools/levelcheck/BotWay.h"
+#include "tools/levelcheck/LevelCheck.h"
+#include "tools/levelcheck/LevelFile.h"
+#include "tools/levelcheck/ScriptFile.h"
+
+static constexpr const char* usage =
+    "Usage: tarnwick-levelcheck LEVEL.png [options]\n"
+    "Says what is wrong with a level, and where, and how fast a bot reaches the goal.\n"
+    "  --zones FILE     names of its regions and its goal zones, see the manual page\n"
+    "  --script FILE    write the bot's run as an input script for the replay tool\n"
+    "  --to GOAL        the bot's run leads to this goal zone, not to the fastest\n"
+    "  --through A,B,C  and through these zones, in this order\n";
+
+static const CommandLine::KnownOptions options = {
+    {"--zones", 1}, {"--script", 1}, {"--to", 1}, {"--through", 1}};
+
+static constexpr std::streamsize longestZones = 1 << 20; // bytes
+
+static std::runtime_error failure(const std::string& what) {
+    return std::runtime_error(what);
+}
+
+static Zones readZones(const std::string& path) {
+    Zones zones;
+    if (path.empty()) return zones;
+    std::ifstream file(path, std::ios::binary);
+    if (!FilePath(path).isFile() || !file) throw failure("no file " + path);
+    std::string text(longestZones, ' ');
+    file.read(text.data(), longestZones);
+    text.resize(static_cast<std::size_t>(file.gcount()));
+    if (file) throw failure(path + " is too long");
+    std::string problems;
+    for (const std::string& problem : zones.read(text)) problems += "\n" + path + ", " + problem;
+    if (!problems.empty()) throw failure("the zones are not right:" + problems);
+    return zones;
+}
+
+static const Zone* findZone(const Zones& zones, const std::string& name) {
+    const Zone* zone = zones.find(name);
+    if (!zone) throw CommandLine::Error("no zone is named \"" + name + "\"");
+    return zone;
+}
+
+static std::vector<const Zone*> readThrough(const Zones& zones, const std::string& list) {
+    std::vector<const Zone*> through;
+    std::istringstream names(list);
+    std::string name;
+    while (std::getline(names, name, ',')) through.push_back(findZone(zones, name));
+    return through;
+}
+
+static void write(const std::string& path, const std::string& text) {
+    std::ofstream file(path, std::ios::binary);
+    file << text;
+    file.close();
+    if (!file) throw failure("cannot write " + path);
+}
+
+// The exit status.
+static int run(const CommandLine& line) {
+    if (line.getWordCount() != 1) throw CommandLine::Error("one level is wanted");
+    const Zones zones = readZones(line.get("--zones", ""));
+    const std::string goal = line.get("--to", "");
+    if (!goal.empty() && !findZone(zones, goal)->goal) {
+        throw CommandLine::Error(goal + " is no goal zone");
+    }
+    const std::vector<const Zone*> through = readThrough(zones, line.get("--through", ""));
+
+    Findings findings;
+    const LevelFile file(line.getWord(0));
+    if (!file.getFault().empty()) {
+        findings.error(file.getFault());
+        findings.print(std::cout);
+        return 1;
+    }
+    LevelCheck check(file.getPicture(), zones, findings, std::cout);
+    check.run();
+    if (line.has("--script")) {
+        std::optional<Inputs> inputs;
+        if (through.empty()) {
+            inputs = check.runTo(goal);
+        } else {
+            inputs =
+                calmed(check.getMap(),
+                       BotWay(check.getMap(), zones, LevelCheck::mostStates).find(through, goal));
+        }
+        if (inputs) write(line.get("--script", ""), scriptOf(*inputs));
+    }
+    findings.print(std::cout);
+    return findings.hasErrors() ? 1 : 0;
+}
+
+int main(int argc, char* argv[]) {
+    const std::vector<std::string> arguments(argv + 1, argv + argc);
+    if (arguments == std::vector<std::string>{"--help"}) {
+        std::cout << usage;
+        return 0;
+    }
+    try {
+        return run(CommandLine(arguments, options));
+    } catch (const CommandLine::Error& error) {
+        std::cerr << "tarnwick-levelcheck: " << error.what() << "\n" << usage;
+    } catch (const std::runtime_error& error) {
+        std::cerr << "tarnwick-levelcheck: " << error.what() << std::endl;
+    }
+    return 2;
+}
