@@ -98,6 +98,34 @@ Picture GlWindow::paint(const std::function<void(OpenGLDrawer&)>& scene) {
     return picture;
 }
 
+std::uint32_t GlWindow::makeTexture(int textureWidth, int textureHeight,
+                                    const std::function<Pixel(int, int)>& colourOf, int alpha,
+                                    bool smooth) {
+    openDrawer->setTextureFiltering(smooth);
+    const std::uint32_t handle = openDrawer->createTexture(
+        makePixels(textureWidth, textureHeight, colourOf, alpha),
+        static_cast<std::uint32_t>(textureWidth), static_cast<std::uint32_t>(textureHeight));
+    openDrawer->setTextureFiltering(true);
+    return handle;
+}
+
+std::uint32_t GlWindow::quarters() {
+    static const std::uint32_t handle = makeTexture(
+        8, 8,
+        [](int x, int y) {
+            if (y < 4) return x < 4 ? red : green;
+            return x < 4 ? blue : white;
+        },
+        255, false);
+    return handle;
+}
+
+std::array<GLint, 4> realViewport() {
+    std::array<GLint, 4> viewport = {};
+    glGetIntegerv(GL_VIEWPORT, viewport.data());
+    return viewport;
+}
+
 PixelBuffer makePixels(int width, int height, const std::function<Pixel(int, int)>& colourOf,
                        int alpha) {
     auto pixels = std::make_unique<std::uint8_t[]>(static_cast<std::size_t>(width * height) * 4);

@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <compare>
 #include <cstdint>
 #include <functional>
@@ -87,6 +88,14 @@ public:
     // A whole frame on a cleared window, read back before it is shown.
     Picture paint(const std::function<void(OpenGLDrawer&)>& scene);
 
+    // A texture of makePixels, smoothed or of hard pixels.
+    std::uint32_t makeTexture(int textureWidth, int textureHeight,
+                              const std::function<Pixel(int, int)>& colourOf, int alpha = 255,
+                              bool smooth = true);
+    // The handle of 8 by 8 hard pixels: red, with a green quarter at the top right, a blue one at
+    // the bottom left and a white one at the bottom right.
+    std::uint32_t quarters();
+
 private:
     // SDL must be up when a drawer is made.
     using DrawerMaker = std::function<std::unique_ptr<OpenGLDrawer>()>;
@@ -99,3 +108,6 @@ private:
 // RGBA pixels of a size in pixels, each with the colour that colourOf(x, y) gives and an alpha.
 PixelBuffer makePixels(int width, int height, const std::function<Pixel(int, int)>& colourOf,
                        int alpha = 255);
+
+// Left, bottom, width, height in pixels of the window, as GL has them.
+std::array<GLint, 4> realViewport();
