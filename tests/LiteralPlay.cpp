@@ -31,7 +31,7 @@ void LiteralPlay::draw(OpenGLDrawer& drawer) {
     }
     drawWorld(drawer);
     drawSpeed(drawer);
-    if (finished) vortex.draw(drawer);
+    if (finished) drawVortex(drawer);
 }
 
 void LiteralPlay::drawWorld(OpenGLDrawer& drawer) {
@@ -55,20 +55,16 @@ void LiteralPlay::drawSpeed(OpenGLDrawer& drawer) {
     drawer.fillRect(1098, 28, 8, 72, 255, 255, 255, 255);
 }
 
-void LiteralPlay::Vortex::draw(OpenGLDrawer& drawer) {
+void LiteralPlay::drawVortex(OpenGLDrawer& drawer) {
     static constexpr float colours[6][3] = {{1, 0, 0}, {0, 0.75f, 0}, {1, 0.5f, 0},
                                             {0, 0, 1}, {1, 1, 0},     {1, 0, 1}};
-    const float scale = size * 200;
+    const float scale = vortexSize * 200;
+    const auto angle = static_cast<float>(vortexDrawings * 4 % 360);
     for (std::size_t i = 0; i < rings.size(); ++i) {
-        const float* colour = colours[(phase + i) % 6];
-        drawer.drawTextureRotated(rings[i], 640 - scale * 4, 360 - scale * 4, rotation, 4, 4, scale,
+        const float* colour = colours[(vortexDrawings / 8 + i) % 6];
+        drawer.drawTextureRotated(rings[i], 640 - scale * 4, 360 - scale * 4, angle, 4, 4, scale,
                                   scale, colour[0], colour[1], colour[2], 1);
     }
-    size += 0.005f;
-    rotation += 4;
-    if (rotation > 360) rotation -= 360;
-    if (--countdown == 0) {
-        countdown = 8;
-        phase = (phase + 1) % 6;
-    }
+    vortexSize += 0.005f;
+    ++vortexDrawings;
 }

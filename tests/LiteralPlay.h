@@ -24,24 +24,16 @@ public:
     HeldKeys held;
 
 private:
-    // Of the four rings.
-    struct Vortex {
-        float size = 0;
-        float rotation = 0; // degrees
-        std::size_t phase = 0;
-        int countdown = 8; // drawings until the next phase
-
-        void draw(OpenGLDrawer& drawer);
-    };
-
     void drawWorld(OpenGLDrawer& drawer);
     void drawSpeed(OpenGLDrawer& drawer);
+    void drawVortex(OpenGLDrawer& drawer);
 
     LevelMap map;
     LiteralTileRenderer tiles;
     CloudField clouds;
     Player player;
     StarTrail trail;
-    Vortex vortex;
+    float vortexSize = 0;
+    std::size_t vortexDrawings = 0; // so far
     bool finished = false;
 };
