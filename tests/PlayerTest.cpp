@@ -2,52 +2,77 @@
 // Each rule of the runner's movement alone: a small level, a state, one step.
 #include "game/Player.h"
 
+#include <algorithm>
 #include <cmath>
-#include <limits>
+#include <cstdio>
+#include <sstream>
 
 #include <gtest/gtest.h>
 
 #include "tests/DrawnGrid.h"
 #include "tools/Inspector.h"
 
-using Motion = Inspector::Motion;
+// A step: the level, its rows parted by bars; the runner before it; the keys held, of U, L, R and
+// D, and K for a kick that is asked for; and the runner after it. A runner is "x y vx vy", then
+// the flags that are set: K kicking, A airborne, L facing left.
+struct PlayerStep {
+    std::string level, before, keys, after;
+};
 
-// The runner stands or flies at column 1, row 1 of these, unless a test says otherwise.
-static const std::string openAir = "...\n...\n...";
-static const std::string ground = "...\n...\n###";
-static const std::string wallLeft = "#..\n#..\n#..";
-static const std::string wallRight = "..#\n..#\n..#";
-static const std::string shaft = "#.#\n#.#\n#.#";
-static const std::string burningGround = "...\n...\nFFF";
-
-static constexpr HeldKeys none = {};
-static constexpr HeldKeys left = {.left = true};
-static constexpr HeldKeys right = {.right = true};
-static constexpr HeldKeys bothWays = {.left = true, .right = true};
-static constexpr HeldKeys upAndDown = {.up = true, .down = true};
-
-static Motion step(const std::string& drawing, const Motion& motion, const HeldKeys& held = none,
-                   bool kick = false) {
-    Player player({});
-    Inspector::setMotion(player, motion);
-    if (kick) player.requestKick();
-    player.update(held, drawnGrid(drawing));
-    return Inspector::motion(player);
+static bool has(const std::string& signs, char sign) {
+    return signs.find(sign) != std::string::npos;
 }
 
-static Motion kickStep(const std::string& drawing, const Motion& motion) {
-    return step(drawing, motion, none, true);
+static Inspector::Motion readMotion(const std::string& text) {
+    Inspector::Motion motion;
+    std::string flags;
+    std::istringstream(text) >> motion.x >> motion.y >> motion.vx >> motion.vy >> flags;
+    motion.kicking = has(flags, 'K');
+    motion.airborne = has(flags, 'A');
+    motion.facingRight = !has(flags, 'L');
+    return motion;
 }
+
+// The last bits are PlayerTraceTest's.
+static std::string write(const Inspector::Motion& motion) {
+    char text[120];
+    std::snprintf(text, sizeof text, "%.5g %.5g %.5g %.5g", motion.x, motion.y, motion.vx + 0.0f,
+                  motion.vy + 0.0f);
+    const std::string flags = std::string(motion.kicking ? "K" : "") +
+                              (motion.airborne ? "A" : "") + (motion.facingRight ? "" : "L");
+    return text + (flags.empty() ? "" : " " + flags);
+}
+
+static void expectSteps(const std::vector<PlayerStep>& steps) {
+    for (PlayerStep step : steps) {
+        std::replace(step.level.begin(), step.level.end(), '|', '\n');
+        Player player({});
+        Inspector::setMotion(player, readMotion(step.before));
+        if (has(step.keys, 'K')) player.requestKick();
+        player.update({.up = has(step.keys, 'U'),
+                       .left = has(step.keys, 'L'),
+                       .right = has(step.keys, 'R'),
+                       .down = has(step.keys, 'D')},
+                      drawnGrid(step.level));
+        EXPECT_EQ(write(Inspector::motion(player)), step.after)
+            << "from " << step.before << " with " << step.keys << " in\n"
+            << step.level;
+    }
+}
+
+// The runner stands or flies at column 1, row 1 of these.
+static const std::string openAir = "...|...|...";
+static const std::string ground = "...|...|###";
+static const std::string wallLeft = "#..|#..|#..";
+static const std::string wallRight = "..#|..#|..#";
+static const std::string shaft = "#.#|#.#|#.#";
+static const std::string burningGround = "...|...|FFF";
 
 TEST(Player, StartsInTheAirAndStaysSoUntilTheFirstLanding) {
-    const LevelMap map = drawnGrid(ground);
+    const LevelMap map = drawnGrid("...\n...\n###");
     Player player({1.25f, 1.5f});
-    EXPECT_EQ(player.position().x, 1.25f);
-    EXPECT_EQ(player.position().y, 1.5f);
-    EXPECT_EQ(player.speed(), 0);
-    for (int i = 0; i < 10; ++i) player.update(none, map);
-    EXPECT_TRUE(player.isAirborne());
-    EXPECT_EQ(player.position().y, 1.5f);
+    for (int i = 0; i < 10; ++i) player.update({}, map);
+    EXPECT_EQ(write(Inspector::motion(player)), "1.25 1.5 0 0 A");
 }
 
 TEST(Player, SpeedIsOfBothAxesAndCountsAsKickSpeedInAKickAlone) {
@@ -59,297 +84,175 @@ TEST(Player, SpeedIsOfBothAxesAndCountsAsKickSpeedInAKickAlone) {
     EXPECT_EQ(player.kickSpeed(), 1.25f);
 }
 
-TEST(Player, FallsInTheAirAndRestsOnEverythingThatIsNotEmpty) {
-    const Motion start = {.x = 1.5f, .y = 1.5f, .vx = 0.125f};
-    const Motion fallen = step(openAir, start);
-    EXPECT_FLOAT_EQ(fallen.vy, 0.01f);
-    EXPECT_FLOAT_EQ(fallen.y, 1.51f);
-    EXPECT_EQ(fallen.x, 1.625f);
-    EXPECT_EQ(fallen.vx, 0.125f); // no friction
-    EXPECT_TRUE(fallen.airborne);
+TEST(Player, FallsInTheAirWithoutFrictionAndRestsOnEverythingThatIsNotEmpty) {
+    expectSteps({{openAir, "1.5 1.5 0.125 0", "", "1.625 1.51 0.125 0.01 A"}});
     for (const int code : {0x00, 0x10, 0x20, 0x7F, 0xDF, 0xE0, 0xE1, 0xFE}) {
-        const Motion rested = step("...\n...\n." + std::string(1, static_cast<char>(code)), start);
-        EXPECT_EQ(rested.vy, 0) << code;
-        EXPECT_EQ(rested.y, 1.5f) << code;
-        EXPECT_FALSE(rested.airborne) << code;
+        const std::string tile(1, static_cast<char>(code));
+        expectSteps({{"...|...|." + tile, "1.5 1.5 0.125 0", "", "1.5825 1.5 0.0825 0"}});
     }
-}
-
-TEST(Player, AKickEndsAtTheTopOfItsArcIfItHasOne) {
-    const auto stillKicking = [](float vy) {
-        return step(openAir, {.x = 1.5f, .y = 1.5f, .vy = vy, .kicking = true}).kicking;
-    };
-    EXPECT_TRUE(stillKicking(-0.02f));
-    EXPECT_FALSE(stillKicking(-0.01f)); // to exactly 0
-    EXPECT_FALSE(stillKicking(-0.005f));
-    EXPECT_TRUE(stillKicking(0));
-    EXPECT_TRUE(stillKicking(0.5f));
-    // Steering and the limit are back in the same step.
-    const Motion ended =
-        step(openAir, {.x = 1.5f, .y = 1.5f, .vx = -1.5f, .vy = -0.005f, .kicking = true}, right);
-    EXPECT_EQ(ended.vx, -0.75f);
-    EXPECT_EQ(step(openAir, {.x = 1.5f, .y = 1.5f, .vx = 1.5f, .vy = -0.005f, .kicking = true}).vx,
-              1);
 }
 
 TEST(Player, AKickPushesOffTheWallBesideTheRightOneFirst) {
-    const Motion start = {.x = 1.5f, .y = 1.5f};
-    const Motion offRight = kickStep(wallRight, start);
-    EXPECT_EQ(offRight.vx, -0.5f);
-    EXPECT_FLOAT_EQ(offRight.vy, -0.24f);
-    EXPECT_EQ(offRight.x, 1);
-    EXPECT_FLOAT_EQ(offRight.y, 1.26f);
-    EXPECT_TRUE(offRight.kicking && offRight.airborne);
-    EXPECT_EQ(kickStep(wallLeft, start).vx, 0.5f);
-    EXPECT_EQ(kickStep("...\n..F\n...", start).vx, -0.5f); // a flame is a wall
-    EXPECT_EQ(kickStep("...\nF..\n...", start).vx, 0.5f);
-
-    // In a shaft the left wall ends the push at once, and the climb remains.
-    const Motion inShaft = kickStep(shaft, start);
-    EXPECT_EQ(inShaft.vx, 0);
-    EXPECT_EQ(inShaft.x, 1);
-    EXPECT_FLOAT_EQ(inShaft.vy, -0.24f);
-    EXPECT_TRUE(inShaft.kicking);
-    EXPECT_EQ(kickStep("...\nF.#\n...", start).vx, 1); // or the flame there throws it back
-
-    // At the top of a kick the next one takes over.
-    const Motion again =
-        kickStep(wallRight, {.x = 1.5f, .y = 1.5f, .vy = -0.005f, .kicking = true});
-    EXPECT_TRUE(again.kicking);
-    EXPECT_FLOAT_EQ(again.vy, -0.245f);
+    expectSteps({
+        {wallRight, "1.5 1.5 0 0", "K", "1 1.26 -0.5 -0.24 KAL"},
+        {wallLeft, "1.5 1.5 0 0", "K", "2 1.26 0.5 -0.24 KA"},
+        {"...|..F|...", "1.5 1.5 0 0", "K", "1 1.26 -0.5 -0.24 KAL"}, // a flame is a wall
+        {"...|F..|...", "1.5 1.5 0 0", "K", "2 1.26 0.5 -0.24 KA"},
+        // The left wall ends the push and the climb remains, or the flame there throws it back.
+        {shaft, "1.5 1.5 0 0", "K", "1 1.26 0 -0.24 KA"},
+        {"...|F.#|...", "1.5 1.5 0 0", "K", "2 1.26 1 -0.24 KA"},
+        {"#.#|...|#.#|#.#", "1.5 1.5 0 0", "K", "1.5 1.51 0 0.01 A"}, // only corners touch
+    });
 }
 
-TEST(Player, AKickWithoutAWallBesideIsForgotten) {
-    const LevelMap map = drawnGrid("#.#\n...\n#.#\n#.#"); // only corners touch in row 1
+TEST(Player, AKickThatFindsNoWallIsForgotten) {
+    const LevelMap map = drawnGrid("...\n...\n#.#\n#.#");
     Player player({1.5f, 1.5f});
     player.requestKick();
-    player.update(none, map);
-    EXPECT_EQ(Inspector::motion(player).vx, 0);
-    EXPECT_EQ(player.kickSpeed(), 0);
+    player.update({}, map);
     Inspector::setMotion(player, {.x = 1.5f, .y = 2.5f});
-    player.update(none, map);
+    player.update({}, map);
     EXPECT_EQ(player.kickSpeed(), 0);
 }
 
-TEST(Player, AKickEscapesTheLimitInItsOwnStep) {
-    const std::string wall = "....#\n....#\n....#";
-    const Motion away = kickStep(wall, {.x = 3.5f, .y = 1.5f, .vx = -1, .vy = -1});
-    EXPECT_EQ(away.vx, -1.5f);
-    EXPECT_EQ(away.x, 2);
-    EXPECT_FLOAT_EQ(away.vy, -1.24f);
-    const Motion toward = kickStep(wall, {.x = 3.5f, .y = 1.5f, .vx = 1});
-    EXPECT_EQ(toward.vx, 0); // what is left of the approach ends at the wall
-    EXPECT_EQ(toward.x, 3);
-    EXPECT_TRUE(toward.kicking);
+TEST(Player, AKickKnowsNeitherSteeringNorLimitFromItsOwnStepOn) {
+    expectSteps({
+        {"....#|....#|....#", "3.5 1.5 -1 -1", "K", "2 0.26 -1.5 -1.24 KAL"},
+        // The wall ends what is left of the approach.
+        {"....#|....#|....#", "3.5 1.5 1 0", "K", "3 1.26 0 -0.24 KA"},
+        {openAir, "1.5 1.5 1.5 1.5 KA", "L", "3 3.01 1.5 1.51 KA"},
+        // It reaches the ground without falling, and goes on there.
+        {ground, "1.5 1.5 1.5 0 KA", "L", "3 1.5 1.5 0 KA"},
+        // It passes a wall that is not next to it.
+        {"....#...|....#...|....#...", "2.5 1.5 3 0 KA", "", "5.5 1.51 3 0.01 KA"},
+    });
 }
 
-TEST(Player, AKickKnowsNeitherSteeringNorLimit) {
-    const Motion kicking = {.x = 1.5f, .y = 1.5f, .vx = 1.5f, .vy = 1.5f, .kicking = true};
-    const Motion flown = step(openAir, kicking, left);
-    EXPECT_EQ(flown.vx, 1.5f);
-    EXPECT_FLOAT_EQ(flown.vy, 1.51f);
-    EXPECT_TRUE(flown.kicking);
-    // A kick that reaches the ground without falling goes on there.
-    const Motion grounded =
-        step(ground, {.x = 1.5f, .y = 1.5f, .vx = 1.5f, .kicking = true, .airborne = true}, left);
-    EXPECT_EQ(grounded.vx, 1.5f);
-    EXPECT_TRUE(grounded.kicking && grounded.airborne);
+TEST(Player, AKickEndsAtTheTopOfItsArcIfItHasOne) {
+    expectSteps({
+        {openAir, "1.5 1.5 0 -0.02 KA", "", "1.5 1.49 0 -0.01 KA"},
+        {openAir, "1.5 1.5 0 -0.01 KA", "", "1.5 1.5 0 0 A"}, // to exactly 0
+        {openAir, "1.5 1.5 0 -0.005 KA", "", "1.5 1.505 0 0.005 A"},
+        {openAir, "1.5 1.5 0 0 KA", "", "1.5 1.51 0 0.01 KA"},
+        {openAir, "1.5 1.5 0 0.5 KA", "", "1.5 2.01 0 0.51 KA"},
+        // Steering and the limit are back in the same step, or the next kick takes over.
+        {openAir, "1.5 1.5 -1.5 -0.005 KA", "R", "0.75 1.505 -0.75 0.005 AL"},
+        {openAir, "1.5 1.5 1.5 -0.005 KA", "", "2.5 1.505 1 0.005 A"},
+        {wallRight, "1.5 1.5 0 -0.005 KA", "K", "1 1.255 -0.5 -0.245 KAL"},
+    });
 }
 
-TEST(Player, LandsOnRockByFallingOnly) {
-    const Motion landed =
-        step(ground, {.x = 1.5f, .y = 1.875f, .vy = 0.75f, .kicking = true, .airborne = true});
-    EXPECT_EQ(landed.vy, 0);
-    EXPECT_EQ(landed.y, 1);
-    EXPECT_EQ(landed.x, 1.5f);
-    EXPECT_FALSE(landed.kicking || landed.airborne);
-
-    const Motion grazing =
-        step(ground, {.x = 1.5f, .y = 1.875f, .vy = -0.25f, .kicking = true, .airborne = true});
-    EXPECT_EQ(grazing.vy, -0.25f); // no gravity here
-    EXPECT_EQ(grazing.y, 1.625f);
-    EXPECT_TRUE(grazing.kicking && grazing.airborne);
-}
-
-TEST(Player, AFlameUnderfootThrowsBackWhatFallsOnIt) {
-    const Motion first = step(burningGround, {.x = 1.5f, .y = 1.75f, .vy = 0.75f, .kicking = true});
-    EXPECT_EQ(first.vy, 0.25f);
-    EXPECT_EQ(first.y, 1.25f); // set to its row, then moved
-    EXPECT_TRUE(first.airborne);
-    EXPECT_FALSE(first.kicking);
-    const Motion second = step(burningGround, first);
-    EXPECT_EQ(second.vy, -0.25f);
-    EXPECT_EQ(second.y, 0.75f);
-    // Whoever walks onto it stands.
-    const Motion walked = step(burningGround, {.x = 1.5f, .y = 1.75f, .vx = 0.5f}, right);
-    EXPECT_EQ(walked.vy, 0);
-    EXPECT_EQ(walked.y, 1.75f);
-    EXPECT_FALSE(walked.airborne);
+TEST(Player, LandsByFallingOnlyAndIsThrownBackByAFlame) {
+    expectSteps({
+        {ground, "1.5 1.875 0 0.75 KA", "", "1.5 1 0 0"},
+        // Rising along it, without gravity.
+        {ground, "1.5 1.875 0 -0.25 KA", "", "1.5 1.625 0 -0.25 KA"},
+        {burningGround, "1.5 1.75 0 0.75 K", "", "1.5 1.25 0 0.25 A"}, // set to its row, then moved
+        {burningGround, "1.5 1.25 0 0.25 A", "", "1.5 0.75 0 -0.25 A"},
+        {burningGround, "1.5 1.75 0.5 0", "R", "2.01 1.75 0.51 0"}, // whoever walks onto it stands
+    });
 }
 
 TEST(Player, AFallThatOvershotIsLiftedHalfATileForEachWholeTileOfSpeed) {
-    const auto land = [](float y, float vy, char floor) {
-        const std::string row = "...\n";
-        return step(row + row + row + row + row + row + std::string(3, floor),
-                    {.x = 1.5f, .y = y, .vy = vy, .kicking = true});
-    };
-    EXPECT_EQ(land(5.75f, 1, '#').y, 5); // not above 1
-    EXPECT_EQ(land(5.5f, 1.25f, '#').y, 5);
-    EXPECT_EQ(land(5.4375f, 1.25f, '#').y, 4);
-    EXPECT_EQ(land(5.75f, 2, '#').y, 5);
-    EXPECT_EQ(land(5.75f, 2.25f, '#').y, 4);
-    EXPECT_EQ(land(5.75f, 4.25f, '#').y, 3);
-    EXPECT_EQ(land(5.75f, 4.25f, '#').vy, 0);
-    // Only the speed that the lift leaves meets the flame, and only if the lift ends above it.
-    EXPECT_EQ(land(5.75f, 1.25f, 'F').vy, -0.25f);
-    EXPECT_EQ(land(5.25f, 1.25f, 'F').vy, 0);
-
-    // Walls and ceilings are looked for beside the lifted runner.
-    const Motion fast = {.x = 1.5f, .y = 2.25f, .vx = 0.25f, .vy = 1.25f, .kicking = true};
-    EXPECT_EQ(step("...\n..#\n...\n###", fast, right).vx, 0);
-    EXPECT_GT(step("...\n...\n..#\n###", fast, right).vx, 0.25f);
-    EXPECT_EQ(step(".#.\n...\n...\n###", fast, none, true).vy, 0);
-    EXPECT_EQ(step("...\n.#.\n...\n###", fast, none, true).vy, -0.5f);
+    const std::string high = "...|...|...|...|...|...|";
+    expectSteps({
+        {high + "###", "1.5 5.75 0 1 KA", "", "1.5 5 0 0"}, // not above 1
+        {high + "###", "1.5 5.5 0 1.25 KA", "", "1.5 5 0 0"},
+        {high + "###", "1.5 5.4375 0 1.25 KA", "", "1.5 4 0 0"},
+        {high + "###", "1.5 5.75 0 2 KA", "", "1.5 5 0 0"},
+        {high + "###", "1.5 5.75 0 2.25 KA", "", "1.5 4 0 0"},
+        {high + "###", "1.5 5.75 0 4.25 KA", "", "1.5 3 0 0"},
+        // Only the speed that the lift leaves meets the flame, and only if the lift ends above it.
+        {high + "FFF", "1.5 5.75 0 1.25 KA", "", "1.5 4.75 0 -0.25 A"},
+        {high + "FFF", "1.5 5.25 0 1.25 KA", "", "1.5 4 0 0"},
+        // Walls and ceilings are looked for beside the lifted runner.
+        {"...|..#|...|###", "1.5 2.25 0.25 1.25 K", "R", "1 1 0 0"},
+        {"...|...|..#|###", "1.5 2.25 0.25 1.25 K", "R", "1.76 1 0.26 0"},
+        {".#.|...|...|###", "1.5 2.25 0.25 1.25 K", "K", "1.665 1 0.165 0 A"},
+        {"...|.#.|...|###", "1.5 2.25 0.25 1.25 K", "K", "1.665 0.5 0.165 -0.5 A"},
+    });
 }
 
-TEST(Player, JumpsFromWhateverIsBelow) {
-    const Motion jumped = kickStep(ground, {.x = 1.5f, .y = 1.5f});
-    EXPECT_EQ(jumped.vy, -0.5f);
-    EXPECT_EQ(jumped.y, 1);
-    EXPECT_TRUE(jumped.airborne);
-    EXPECT_FALSE(jumped.kicking);
-    EXPECT_EQ(kickStep("..#\n..#\n###", {.x = 1.5f, .y = 1.5f}).vx, 0); // no kick from the ground
-    // In the step of the landing, off a flame too, and while rising along it.
-    EXPECT_EQ(kickStep(ground, {.x = 1.5f, .y = 1.75f, .vy = 0.75f}).y, 0.5f);
-    EXPECT_EQ(kickStep(burningGround, {.x = 1.5f, .y = 1.75f, .vy = 0.75f}).vy, -0.25f);
-    EXPECT_EQ(kickStep(ground, {.x = 1.5f, .y = 1.75f, .vy = -0.25f}).vy, -0.75f);
+TEST(Player, JumpsFromWhateverIsBelowUntilACeilingEndsIt) {
+    expectSteps({
+        {ground, "1.5 1.5 0 0", "K", "1.5 1 0 -0.5 A"},
+        {"..#|..#|###", "1.5 1.5 0 0", "K", "1.5 1 0 -0.5 A"}, // no kick from the ground
+        {ground, "1.5 1.75 0 0.75", "K", "1.5 0.5 0 -0.5 A"},  // in the step of the landing
+        {burningGround, "1.5 1.75 0 0.75", "K", "1.5 0.75 0 -0.25 A"},
+        {ground, "1.5 1.75 0 -0.25", "K", "1.5 1 0 -0.75 A"}, // while it rises
+        {".#.|...|###", "1.5 1.5 0.25 0", "K", "1.665 1.5 0.165 0 A"},
+        {".F.|...|###", "1.5 1.5 0.25 0", "K", "1.665 1.5 0.165 0 A"},
+        {".#.|...|###", "1.5 1.5 0.25 0 A", "", "1.665 1.5 0.165 0 A"}, // and it stays airborne
+        {".#.|...|...", "1.5 1.5 0 0.5", "", "1.5 2.01 0 0.51 A"},
+        // A kick goes on to the side.
+        {"###|...|...", "1.5 1.5 1.25 -0.5 KA", "", "2.75 1.5 1.25 0 KA"},
+    });
 }
 
-TEST(Player, ACeilingEndsTheRiseAndTheRunnerStaysAirborneOnTheGround) {
-    for (const char* const drawing : {".#.\n...\n###", ".F.\n...\n###"}) {
-        const Motion bumped = kickStep(drawing, {.x = 1.5f, .y = 1.5f, .vx = 0.25f});
-        EXPECT_EQ(bumped.vy, 0);
-        EXPECT_EQ(bumped.y, 1.5f);
-        EXPECT_GT(bumped.vx, 0);
-        EXPECT_TRUE(bumped.airborne);
-        EXPECT_TRUE(step(drawing, bumped).airborne);
-    }
-    EXPECT_EQ(step(".#.\n...\n...", {.x = 1.5f, .y = 1.5f, .vy = 0.5f}).vy, 0.5f + 0.01f);
-    // In a kick the speed to the side goes on, and so does the kick.
-    const Motion kicked =
-        step("###\n...\n...", {.x = 1.5f, .y = 1.5f, .vx = 1.25f, .vy = -0.5f, .kicking = true});
-    EXPECT_EQ(kicked.vx, 1.25f);
-    EXPECT_EQ(kicked.vy, 0);
-    EXPECT_TRUE(kicked.kicking);
+TEST(Player, IsSlowedOnTheGroundSteeredByHundredthsAndBrakedByHalves) {
+    expectSteps({
+        // Friction, while no key of the two is held.
+        {ground, "1.5 1.5 0.5 0", "", "1.83 1.5 0.33 0"},
+        {ground, "1.5 1.5 -0.5 0", "UD", "1.17 1.5 -0.33 0 L"},
+        {ground, "1.5 1.5 0.0153 0", "", "1.5101 1.5 0.010098 0"},
+        {ground, "1.5 1.5 0.0151 0", "", "1.5 1.5 0 0"},
+        {ground, "1.5 1.5 -0.0151 0", "", "1.5 1.5 0 0"},
+        {ground, "1.5 1.5 0.5 0", "LR", "2 1.5 0.5 0"},
+        {ground, "1.5 1.5 0.005 0", "R", "1.515 1.5 0.015 0"},
+        // Steering; against the motion it brakes above a speed of 0.05.
+        {openAir, "1.5 1.5 0 0", "R", "1.51 1.51 0.01 0.01 A"},
+        {openAir, "1.5 1.5 -0.5 0", "L", "0.99 1.51 -0.51 0.01 AL"},
+        {openAir, "1.5 1.5 0.05 0", "L", "1.54 1.51 0.04 0.01 A"},
+        {openAir, "1.5 1.5 -0.05 0 L", "R", "1.46 1.51 -0.04 0.01 AL"},
+        {openAir, "1.5 1.5 0.051 0", "L", "1.5255 1.51 0.0255 0.01 A"},
+        {openAir, "1.5 1.5 -0.051 0 L", "R", "1.4745 1.51 -0.0255 0.01 AL"},
+        {openAir, "1.5 1.5 0.5 0", "LR", "2 1.51 0.5 0.01 A"},
+        // The limit outside a kick.
+        {openAir, "1.5 1.5 1 1", "R", "2.5 2.5 1 1 A"},
+        {openAir, "1.5 1.5 -1 -1.5", "L", "0.5 0.5 -1 -1 AL"},
+    });
 }
 
-TEST(Player, FrictionSlowsOnTheGroundWhileNoKeyOfTheTwoIsHeld) {
-    const auto slowed = [](float vx, const HeldKeys& held) {
-        return step(ground, {.x = 1.5f, .y = 1.5f, .vx = vx}, held).vx;
-    };
-    EXPECT_FLOAT_EQ(slowed(0.5f, none), 0.33f);
-    EXPECT_FLOAT_EQ(slowed(-0.5f, upAndDown), -0.33f);
-    EXPECT_FLOAT_EQ(slowed(0.0153f, none), 0.0153f * 0.66f);
-    EXPECT_EQ(slowed(0.0151f, none), 0);
-    EXPECT_EQ(slowed(-0.0151f, none), 0);
-    EXPECT_EQ(slowed(0.5f, bothWays), 0.5f);
-    EXPECT_FLOAT_EQ(slowed(0.5f, right), 0.51f);
-    EXPECT_FLOAT_EQ(slowed(0.005f, right), 0.015f);
-}
-
-TEST(Player, SteersByHundredthsAndBrakesByHalves) {
-    const struct {
-        float before;
-        HeldKeys held;
-        float after;
-    } cases[] = {{0, right, 0.01f},       {0, left, -0.01f},          {0.5f, right, 0.51f},
-                 {-0.5f, left, -0.51f},   {0.05f, left, 0.04f},       {-0.05f, right, -0.04f},
-                 {0.051f, left, 0.0255f}, {-0.051f, right, -0.0255f}, {1, left, 0.5f},
-                 {0.5f, bothWays, 0.5f},  {-0.5f, upAndDown, -0.5f}};
-    for (const auto& [before, held, after] : cases) {
-        EXPECT_FLOAT_EQ(step(openAir, {.x = 1.5f, .y = 1.5f, .vx = before}, held).vx, after)
-            << before;
-    }
-}
-
-TEST(Player, OutsideAKickNoAxisIsFasterThanOneTile) {
-    EXPECT_EQ(step(openAir, {.x = 1, .y = 1.5f, .vx = 1}, right).vx, 1);
-    EXPECT_EQ(step(openAir, {.x = 1, .y = 1.5f, .vx = -1}, left).vx, -1);
-    EXPECT_EQ(step(openAir, {.x = 1, .y = 1.5f, .vy = 1}).vy, 1);
-    EXPECT_EQ(step(openAir, {.x = 1, .y = 1.5f, .vy = -1.5f}).vy, -1);
-}
-
-TEST(Player, AWallStopsAndDropsTheFractionOfThePosition) {
-    for (const std::string floor : {"###", "..."}) {
-        for (const float vx : {0.25f, -0.25f}) {
-            const std::string row = vx > 0 ? "..#\n" : "#..\n";
-            const Motion stopped = step("...\n" + row + floor, {.x = 1.875f, .y = 1.5f, .vx = vx},
-                                        vx > 0 ? right : left);
-            EXPECT_EQ(stopped.vx, 0);
-            EXPECT_EQ(stopped.x, 1);
-        }
-    }
-    EXPECT_EQ(step(shaft, {.x = 1.875f, .y = 1.5f}).x, 1.875f); // not at rest
-    EXPECT_EQ(step(wallLeft, {.x = 1.125f, .y = 1.5f, .vx = 0.25f}).vx, 0.25f);
-    EXPECT_EQ(step(wallRight, {.x = 1.875f, .y = 1.5f, .vx = -0.25f}).vx, -0.25f);
-    EXPECT_EQ(step("#.#\n...\n#.#", {.x = 1.5f, .y = 1.5f, .vx = 0.25f}).vx, 0.25f);
-}
-
-TEST(Player, AFlameBesideThrowsAwayAtOneTile) {
-    const Motion thrownLeft = step("...\n..F\n###", {.x = 1.75f, .y = 1.5f, .vx = 0.25f}, right);
-    EXPECT_EQ(thrownLeft.vx, -1);
-    EXPECT_EQ(thrownLeft.x, 0);
-    EXPECT_FALSE(thrownLeft.facingRight);
-    const Motion thrownRight = step("...\nF..\n###", {.x = 1.75f, .y = 1.5f, .vx = -0.25f}, left);
-    EXPECT_EQ(thrownRight.vx, 1);
-    EXPECT_EQ(thrownRight.x, 2);
-    // The wall behind is not asked in that step.
-    EXPECT_EQ(step("...\n#.F\n...", {.x = 1.75f, .y = 1.5f, .vx = 0.25f}).x, 0);
-    EXPECT_EQ(step("...\n#.F\n...", {.x = 1.75f, .y = 1.5f}).x, 1.75f);
-}
-
-TEST(Player, AFastKickPassesAWallThatIsNotNextToIt) {
-    const std::string row = "....#...\n";
-    const Motion passed =
-        step(row + row + row, {.x = 2.5f, .y = 1.5f, .vx = 3, .vy = -0.5f, .kicking = true});
-    EXPECT_EQ(passed.x, 5.5f);
-    EXPECT_EQ(passed.vx, 3);
+TEST(Player, AWallStopsAndDropsTheFractionAndAFlameThrowsAwayAtOneTile) {
+    expectSteps({
+        {"...|..#|###", "1.875 1.5 0.25 0", "R", "1 1.5 0 0"},
+        {"...|..#|...", "1.875 1.5 0.25 0", "R", "1 1.51 0 0.01 A"},
+        {"...|#..|###", "1.875 1.5 -0.25 0 L", "L", "1 1.5 0 0 L"},
+        {"...|#..|...", "1.875 1.5 -0.25 0 L", "L", "1 1.51 0 0.01 AL"},
+        {shaft, "1.875 1.5 0 0", "", "1.875 1.51 0 0.01 A"}, // not at rest
+        {wallLeft, "1.125 1.5 0.25 0", "", "1.375 1.51 0.25 0.01 A"},
+        {wallRight, "1.875 1.5 -0.25 0 L", "", "1.625 1.51 -0.25 0.01 AL"},
+        {"#.#|...|#.#", "1.5 1.5 0.25 0", "", "1.75 1.51 0.25 0.01 A"},
+        {"...|..F|###", "1.75 1.5 0.25 0", "R", "0 1.5 -1 0 L"},
+        {"...|F..|###", "1.75 1.5 -0.25 0 L", "L", "2 1.5 1 0"},
+        // The wall behind is not asked in that step.
+        {"...|#.F|...", "1.75 1.5 0.25 0", "", "0 1.51 -1 0.01 AL"},
+        {"...|#.F|...", "1.75 1.5 0 0", "", "1.75 1.51 0 0.01 A"},
+    });
 }
 
 TEST(Player, FacesWhereItGoesAndKeepsFacingWhenStopped) {
-    const auto facing = [](const std::string& drawing, float vx, const HeldKeys& held,
-                           bool before) {
-        return step(drawing, {.x = 1.5f, .y = 1.5f, .vx = vx, .facingRight = before}, held)
-            .facingRight;
-    };
-    EXPECT_TRUE(facing(openAir, 0.25f, none, false));
-    EXPECT_FALSE(facing(openAir, -0.25f, none, true));
-    EXPECT_FALSE(facing(openAir, 0, none, false));
-    EXPECT_TRUE(facing(openAir, 0, none, true));
-    EXPECT_TRUE(facing(wallLeft, 0, left, true));   // against the wall it does not turn
-    EXPECT_TRUE(facing(openAir, 0.5f, left, true)); // nor while it brakes
+    expectSteps({
+        {openAir, "1.5 1.5 0.25 0 L", "", "1.75 1.51 0.25 0.01 A"},
+        {openAir, "1.5 1.5 -0.25 0", "", "1.25 1.51 -0.25 0.01 AL"},
+        {openAir, "1.5 1.5 0 0 L", "", "1.5 1.51 0 0.01 AL"},
+        {wallLeft, "1.5 1.5 0 0", "L", "1 1.51 0 0.01 A"}, // against the wall it does not turn,
+        {openAir, "1.5 1.5 0.5 0", "L", "1.75 1.51 0.25 0.01 A"}, // nor while it brakes
+    });
 }
 
 TEST(Player, OutsideTheGridAllIsRock) {
-    // In an empty grid the runner stays where it is, whatever is pressed.
-    const LevelMap nothing{LoadedImage()};
-    Player player({60, 984});
-    for (const HeldKeys& held : {none, left, right, bothWays, right, left}) {
-        player.requestKick();
-        player.update(held, nothing);
-    }
-    EXPECT_EQ(player.position().x, 60);
-    EXPECT_EQ(player.position().y, 984);
+    expectSteps({
+        {"", "60 984 0 0", "K", "60 984 0 0 A"},
+        {"", "60 984 0 0 A", "KL", "60 984 0 0 A"},
+        {"", "60 984 0 0 A", "KR", "60 984 0 0 A"},
+        {openAir, "-0.5 -0.5 0 0", "", "-0.5 -0.49 0 0.01 A"}, // cut to the first column and row
+        {openAir, "-1.5 0.5 0 0", "", "-1.5 0.5 0 0"},
+        {openAir, "0.5 0.5 -0.5 0", "", "0 0.51 0 0.01 A"},
+        {openAir, "1e30 -1e30 0 0", "L", "1e+09 -1e+30 0 0"},
+        {openAir, "-1e30 1e30 0 0", "R", "-1e+09 1e+30 0 0"},
+    });
+    Player player({INFINITY, -INFINITY});
+    player.update({.left = true}, drawnGrid("..."));
     EXPECT_EQ(player.speed(), 0);
-
-    // A coordinate just below 0 is cut to the first column or row.
-    EXPECT_TRUE(step(openAir, {.x = -0.5f, .y = -0.5f}).airborne);
-    EXPECT_FALSE(step(openAir, {.x = -1.5f, .y = 0.5f}).airborne);
-    EXPECT_EQ(step(openAir, {.x = 0.5f, .y = 0.5f, .vx = -0.5f}).vx, 0);
-
-    constexpr float infinity = std::numeric_limits<float>::infinity();
-    for (const float far : {1e9f, 1e30f, infinity}) {
-        EXPECT_EQ(step(openAir, {.x = far, .y = -far}, left).vx, 0);
-        EXPECT_EQ(step(openAir, {.x = -far, .y = far}, right).vx, 0);
-    }
 }
