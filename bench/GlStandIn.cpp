@@ -62,96 +62,41 @@ PFNGLBLENDEQUATIONPROC __glewBlendEquation = [](GLenum) { count(); };
 
 // --- OpenGL and GLU
 
-void glBegin(GLenum) {
-    count();
-}
-void glBindTexture(GLenum, GLuint) {
-    count();
-}
-void glBlendFunc(GLenum, GLenum) {
-    count();
-}
-void glClear(GLbitfield) {
-    count();
-}
-void glClearColor(GLclampf, GLclampf, GLclampf, GLclampf) {
-    count();
-}
-void glClearDepth(GLclampd) {
-    count();
-}
-void glColor4f(GLfloat, GLfloat, GLfloat, GLfloat) {
-    count();
-}
-void glColor4ub(GLubyte, GLubyte, GLubyte, GLubyte) {
-    count();
-}
-void glDeleteTextures(GLsizei, const GLuint*) {
-    count();
-}
-void glDepthFunc(GLenum) {
-    count();
-}
-void glDisable(GLenum) {
-    count();
-}
-void glEnable(GLenum) {
-    count();
-}
-void glEnd() {
-    count();
-}
-void glHint(GLenum, GLenum) {
-    count();
-}
-void glLoadIdentity() {
-    count();
-}
-void glMatrixMode(GLenum) {
-    count();
-}
-void glPixelStorei(GLenum, GLint) {
-    count();
-}
-void glPopMatrix() {
-    count();
-}
-void glPushMatrix() {
-    count();
-}
-void glReadPixels(GLint, GLint, GLsizei, GLsizei, GLenum, GLenum, void*) {
-    count();
-}
-void glRotatef(GLfloat, GLfloat, GLfloat, GLfloat) {
-    count();
-}
-void glScalef(GLfloat, GLfloat, GLfloat) {
-    count();
-}
-void glShadeModel(GLenum) {
-    count();
-}
-void glTexCoord2f(GLfloat, GLfloat) {
-    count();
-}
-void glTexImage2D(GLenum, GLint, GLint, GLsizei, GLsizei, GLint, GLenum, GLenum, const void*) {
-    count();
-}
-void glTexParameteri(GLenum, GLenum, GLint) {
-    count();
-}
-void glTranslatef(GLfloat, GLfloat, GLfloat) {
-    count();
-}
-void glVertex2f(GLfloat, GLfloat) {
-    count();
-}
-void glViewport(GLint, GLint, GLsizei, GLsizei) {
-    count();
-}
-void gluOrtho2D(GLdouble, GLdouble, GLdouble, GLdouble) {
-    count();
-}
+#define COUNTED(name, ...)                                                                         \
+    void name(__VA_ARGS__) {                                                                       \
+        count();                                                                                   \
+    }
+
+COUNTED(glBegin, GLenum)
+COUNTED(glBindTexture, GLenum, GLuint)
+COUNTED(glBlendFunc, GLenum, GLenum)
+COUNTED(glClear, GLbitfield)
+COUNTED(glClearColor, GLclampf, GLclampf, GLclampf, GLclampf)
+COUNTED(glClearDepth, GLclampd)
+COUNTED(glColor4f, GLfloat, GLfloat, GLfloat, GLfloat)
+COUNTED(glColor4ub, GLubyte, GLubyte, GLubyte, GLubyte)
+COUNTED(glDeleteTextures, GLsizei, const GLuint*)
+COUNTED(glDepthFunc, GLenum)
+COUNTED(glDisable, GLenum)
+COUNTED(glEnable, GLenum)
+COUNTED(glEnd)
+COUNTED(glHint, GLenum, GLenum)
+COUNTED(glLoadIdentity)
+COUNTED(glMatrixMode, GLenum)
+COUNTED(glPixelStorei, GLenum, GLint)
+COUNTED(glPopMatrix)
+COUNTED(glPushMatrix)
+COUNTED(glReadPixels, GLint, GLint, GLsizei, GLsizei, GLenum, GLenum, void*)
+COUNTED(glRotatef, GLfloat, GLfloat, GLfloat, GLfloat)
+COUNTED(glScalef, GLfloat, GLfloat, GLfloat)
+COUNTED(glShadeModel, GLenum)
+COUNTED(glTexCoord2f, GLfloat, GLfloat)
+COUNTED(glTexImage2D, GLenum, GLint, GLint, GLsizei, GLsizei, GLint, GLenum, GLenum, const void*)
+COUNTED(glTexParameteri, GLenum, GLenum, GLint)
+COUNTED(glTranslatef, GLfloat, GLfloat, GLfloat)
+COUNTED(glVertex2f, GLfloat, GLfloat)
+COUNTED(glViewport, GLint, GLint, GLsizei, GLsizei)
+COUNTED(gluOrtho2D, GLdouble, GLdouble, GLdouble, GLdouble)
 
 GLenum glGetError() {
     count();
