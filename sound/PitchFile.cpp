@@ -22,7 +22,8 @@ PitchTable readPitches(const std::string& path) {
 }
 
 PitchTable pickPitches(const FilePath& folder) {
-    const auto count = static_cast<int>(folder.getEntryCount());
+    // Of a missing folder getEntryCount would print a line.
+    const auto count = folder.exists() ? static_cast<int>(folder.getEntryCount()) : 0;
     const FilePath file = folder.getEntry(static_cast<std::uint32_t>(noiseRange(count)));
     if (!file.exists() || file.getExtension() != "txt") return {};
     return readPitches(file.text());
