@@ -25,43 +25,38 @@ protected:
 
         void draw(Drawer&) override { log.push_back("draw"); }
         void keyPressed(const std::string& action, const SDL_keysym* key) override {
-            log.push_back("pressed " + action + (key ? "" : " button"));
+            write("pressed " + action + (key ? "" : " button"));
             if (action == "Escape") quit();
         }
         void keyReleased(const std::string& action, const SDL_keysym* key) override {
-            log.push_back("released " + action + (key ? "" : " button"));
+            write("released " + action + (key ? "" : " button"));
         }
         void mouseDown(std::int32_t button, std::int32_t x, std::int32_t y) override {
-            log.push_back("down" + list({button, x, y}));
+            write("down", {button, x, y});
         }
         void mouseUp(std::int32_t button, std::int32_t x, std::int32_t y) override {
-            log.push_back("up" + list({button, x, y}));
+            write("up", {button, x, y});
         }
-        void mouseMoved(std::int32_t x, std::int32_t y) override {
-            log.push_back("moved" + list({x, y}));
-        }
-        void mouseWheel(std::int32_t direction) override {
-            log.push_back("wheel" + list({direction}));
-        }
+        void mouseMoved(std::int32_t x, std::int32_t y) override { write("moved", {x, y}); }
+        void mouseWheel(std::int32_t direction) override { write("wheel", {direction}); }
         void joystickAxis(const std::string& action, float magnitude, std::int32_t joystick,
                           std::int32_t direction) override {
-            log.push_back("axis " + action + list({joystick, direction}) + " " +
-                          std::to_string(magnitude));
+            write("axis " + action + " " + std::to_string(magnitude), {joystick, direction});
         }
         std::string getName() const override { return "Recorder"; }
 
     protected:
-        static std::string list(std::initializer_list<std::int32_t> numbers) {
-            std::string text;
+        void write(std::string text, std::initializer_list<std::int32_t> numbers = {}) {
             for (const std::int32_t number : numbers)
                 text.append(" ").append(std::to_string(number));
-            return text;
+            log.push_back(text);
         }
 
         Log& log;
     };
 
     void SetUp() override {
+        application.reset(); // tests may set up anew
         GlStandIn::start();
         testing::internal::CaptureStdout(); // the drawer's report
         application = std::make_unique<Application>(Inspector::quietArguments());
@@ -70,17 +65,18 @@ protected:
     }
 
     static void push(SDL_Event event) { ASSERT_EQ(SDL_PushEvent(&event), 0); }
+    static void push(Uint8 type) {
+        SDL_Event event = {};
+        event.type = type;
+        push(event);
+    }
     static void pushKey(Uint8 type, SDLKey symbol) {
         SDL_Event event = {};
         event.type = type;
         event.key.keysym.sym = symbol;
         push(event);
     }
-    static void pushQuit() {
-        SDL_Event event = {};
-        event.type = SDL_QUIT;
-        push(event);
-    }
+    static void pushQuit() { push(SDL_QUIT); }
 
     // One pass of the main loop, and what the screen heard in it.
     Log heardInFrame() {

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Zlib
 // The main loop: which events reach the screen, when frames are drawn, and how screens change.
-#include <algorithm>
 #include <array>
+#include <cstring>
 
 #include "drawing/ImageLoader.h"
 #include "drawing/OpenGLDrawer.h"
@@ -31,86 +31,57 @@ protected:
     }
 };
 
-TEST_F(MainLoop, StartsWithItsTitleAndWithoutACursor) {
-    EXPECT_EQ(SDL_ShowCursor(SDL_QUERY), SDL_DISABLE);
-    char* title = nullptr;
-    SDL_WM_GetCaption(&title, nullptr);
-    EXPECT_STREQ(title, "Tarnwick Episode");
-}
-
 TEST_F(MainLoop, MousePlacesAreScaledToUnitsAndCutToWholeOnes) {
+    EXPECT_EQ(SDL_ShowCursor(SDL_QUERY), SDL_DISABLE);
     setWindow(800, 600);
     pushMotion(400, 300);
     pushMotion(799, 195); // 1278.4, and 233.99999 in the game's floats
     pushButton(SDL_MOUSEBUTTONDOWN, SDL_BUTTON_LEFT, 400, 300);
     pushButton(SDL_MOUSEBUTTONUP, SDL_BUTTON_RIGHT, 1, 599);
-    EXPECT_EQ(heardInFrame(),
-              (Log{"moved 640 360", "moved 1278 233", "down 1 640 360", "up 3 1 718", "draw"}));
-}
-
-TEST_F(MainLoop, TheWheelTurnsOnPressAndIsAButtonOnRelease) {
+    // The wheel turns on press, and is a button on release.
     for (const Uint8 button : {Uint8{SDL_BUTTON_WHEELUP}, Uint8{SDL_BUTTON_WHEELDOWN}}) {
-        pushButton(SDL_MOUSEBUTTONDOWN, button, 640, 360);
-        pushButton(SDL_MOUSEBUTTONUP, button, 640, 360);
+        pushButton(SDL_MOUSEBUTTONDOWN, button, 400, 300);
+        pushButton(SDL_MOUSEBUTTONUP, button, 400, 300);
     }
-    EXPECT_EQ(heardInFrame(), (Log{"wheel 0", "up 4 640 360", "wheel 1", "up 5 640 360", "draw"}));
-}
-
-TEST_F(MainLoop, AWindowWithoutASizeGivesAPlaceAllTheSame) {
-    setWindow(0, 0);
+    EXPECT_EQ(heardInFrame(),
+              (Log{"moved 640 360", "moved 1278 233", "down 1 640 360", "up 3 1 718", "wheel 0",
+                   "up 4 640 360", "wheel 1", "up 5 640 360", "draw"}));
+    setWindow(0, 0); // gives a place all the same
     pushMotion(0, 0);
     pushMotion(100, 65535);
     EXPECT_EQ(heardInFrame(), (Log{"moved 0 0", "moved 0 0", "draw"}));
 }
 
-TEST_F(MainLoop, EventsThatNobodyReadsAreDropped) {
+TEST_F(MainLoop, QuitEndsTheLoopBeforeTheNextFrameButNotBeforeTheEventsThatWait) {
+    EXPECT_TRUE(runFrame());
+    const std::uint32_t shown = GlStandIn::swaps;
+    for (const bool byKey : {true, false}) { // Escape, and the window's button
+        SetUp();
+        log.clear();
+        GlStandIn::waits.clear();
+        byKey ? pushKey(SDL_KEYDOWN, SDLK_ESCAPE) : pushQuit();
+        pushKey(SDL_KEYDOWN, SDLK_UP);
+        application->run();
+        EXPECT_EQ(log, byKey ? (Log{"pressed Escape", "pressed P1Up"}) : Log{"pressed P1Up"});
+        EXPECT_EQ(GlStandIn::swaps, shown);
+        EXPECT_TRUE(GlStandIn::waits.empty()) << "nor is there a wait for it";
+    }
+}
+
+TEST_F(MainLoop, EventsThatNobodyReadsAreDroppedAndWithoutAScreenAllAre) {
     for (const Uint8 type : {SDL_ACTIVEEVENT, SDL_VIDEORESIZE, SDL_VIDEOEXPOSE, SDL_JOYHATMOTION,
                              SDL_JOYBALLMOTION, SDL_USEREVENT}) {
-        SDL_Event event = {};
-        event.type = type;
-        push(event);
+        push(type);
     }
     EXPECT_EQ(heardInFrame(), Log{"draw"});
-}
 
-TEST_F(MainLoop, QuitEndsTheLoopBeforeTheNextFrameButNotBeforeTheEventsThatWait) {
-    runFrame();
-    log.clear();
-    GlStandIn::waits.clear();
-    const std::uint32_t shown = GlStandIn::swaps;
-    pushKey(SDL_KEYDOWN, SDLK_ESCAPE);
-    pushQuit();
-    pushKey(SDL_KEYDOWN, SDLK_UP);
-    application->run();
-    EXPECT_EQ(log, (Log{"pressed Escape", "pressed P1Up"}));
-    EXPECT_EQ(GlStandIn::swaps, shown);
-    EXPECT_TRUE(GlStandIn::waits.empty()) << "nor is there a wait for it";
-}
-
-TEST_F(MainLoop, EscapeAloneAndTheClosedWindowAloneEndIt) {
-    EXPECT_TRUE(runFrame());
-    pushQuit();
-    EXPECT_FALSE(runFrame());
-
-    application.reset();
-    SetUp();
-    pushKey(SDL_KEYDOWN, SDLK_ESCAPE);
-    EXPECT_FALSE(runFrame());
-}
-
-TEST_F(MainLoop, WithoutAScreenAllInputIsDroppedAndFramesGoOn) {
     Inspector::setState(*application, nullptr);
-    pushKey(SDL_KEYDOWN, SDLK_UP);
-    pushKey(SDL_KEYUP, SDLK_UP);
-    pushMotion(1, 1);
-    pushButton(SDL_MOUSEBUTTONDOWN, SDL_BUTTON_WHEELUP, 1, 1);
-    pushButton(SDL_MOUSEBUTTONDOWN, SDL_BUTTON_LEFT, 1, 1);
-    pushButton(SDL_MOUSEBUTTONUP, SDL_BUTTON_LEFT, 1, 1);
-    for (const Uint8 type : {SDL_JOYAXISMOTION, SDL_JOYBUTTONDOWN, SDL_JOYBUTTONUP}) {
-        SDL_Event event = {};
-        event.type = type;
-        push(event);
+    for (const Uint8 type :
+         {SDL_KEYDOWN, SDL_KEYUP, SDL_MOUSEMOTION, SDL_MOUSEBUTTONDOWN, SDL_MOUSEBUTTONUP,
+          SDL_JOYAXISMOTION, SDL_JOYBUTTONDOWN, SDL_JOYBUTTONUP}) {
+        push(type);
     }
+    pushButton(SDL_MOUSEBUTTONDOWN, SDL_BUTTON_WHEELUP, 1, 1);
     const std::uint32_t shown = GlStandIn::swaps;
     EXPECT_TRUE(runFrame());
     EXPECT_EQ(GlStandIn::swaps, shown + 1);
@@ -139,23 +110,18 @@ TEST_F(MainLoop, GivesEachCharacterItsPictureBeforeTheFirstFrame) {
     pushQuit();
     application->run();
 
-    std::vector<std::string> names;
-    for (const char sign : std::string("ABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789")) {
-        names.emplace_back(1, sign);
-    }
-    for (const char* name :
-         {"period", "comma", "plus", "minus", "exclamation", "question", "colon"}) {
-        names.emplace_back(name);
+    std::vector<std::string> names = {"period",      "comma",    "plus", "minus",
+                                      "exclamation", "question", "colon"};
+    const std::string characters = "ABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789";
+    for (auto sign = characters.rbegin(); sign != characters.rend(); ++sign) {
+        names.insert(names.begin(), std::string(1, *sign));
     }
     for (std::size_t i = 0; i < names.size(); ++i) {
         const LoadedImage file = ImageLoader().loadFromFile(GLYPH_PICTURES "/" + names[i] + ".png");
-        ASSERT_TRUE(file.pixels) << names[i];
-        ASSERT_TRUE(glyphs[i].pixels) << names[i];
+        ASSERT_TRUE(file.pixels && glyphs[i].pixels) << names[i];
         ASSERT_EQ(glyphs[i].width, file.width) << names[i];
         const std::size_t bytes = std::size_t{file.width} * file.height * 4;
-        EXPECT_TRUE(
-            std::equal(file.pixels.get(), file.pixels.get() + bytes, glyphs[i].pixels.get()))
-            << names[i];
+        EXPECT_EQ(std::memcmp(file.pixels.get(), glyphs[i].pixels.get(), bytes), 0) << names[i];
     }
     EXPECT_FALSE(glyphs[43].pixels) << "the last stays the drawer's own";
 }
@@ -164,11 +130,6 @@ TEST_F(MainLoop, GivesEachCharacterItsPictureBeforeTheFirstFrame) {
 
 class Pacing : public ApplicationFixture {
 protected:
-    void SetUp() override {
-        ApplicationFixture::SetUp();
-        GlStandIn::waits.clear();
-    }
-
     // The wait of a frame that begins so many ms after the last one; -1 if it does not wait.
     int waitAfter(std::uint32_t gap) {
         GlStandIn::clock += gap;
@@ -188,14 +149,9 @@ TEST_F(Pacing, FramesAreHeldFifteenMillisecondsApart) {
     EXPECT_EQ(waitAfter(16), -1);
     EXPECT_EQ(waitAfter(14), 1);
     EXPECT_EQ(waitAfter(100000), -1) << "a slow frame is not caught up with";
-    EXPECT_EQ(waitAfter(0), 15);
-}
-
-TEST_F(Pacing, AQuickMachineStaysAtOneSpeed) {
-    waitAfter(0);
     const std::uint32_t start = GlStandIn::clock;
     for (int frame = 0; frame < 100; ++frame) waitAfter(frame % 3);
-    EXPECT_EQ(GlStandIn::clock - start, 1500u);
+    EXPECT_EQ(GlStandIn::clock - start, 1500u) << "a quick machine stays at one speed";
 }
 
 TEST_F(Pacing, TheClockMayWrap) {
@@ -272,24 +228,12 @@ TEST_F(StateChange, InDrawingTheFrameIsFinishedAndTheNewScreenComesWithTheNext) 
 }
 
 TEST_F(StateChange, ANameThatIsNotKnownToTheLetterChangesNothing) {
-    for (const char* name : {"", "gameplay", "GamePlay ", " GamePlay", "GamePla", "Recorder"}) {
+    for (const char* name : {"", "gameplay", "GamePlay ", " GamePlay", "Recorder"}) {
         enter(name, true);
-        const GameState* before = Inspector::state(*application);
-        testing::internal::CaptureStdout();
         EXPECT_TRUE(runFrame());
-        EXPECT_EQ(testing::internal::GetCapturedStdout(), "");
-        EXPECT_EQ(Inspector::state(*application), before) << name;
-        EXPECT_EQ(log, Log{"draw"}) << name;
+        EXPECT_EQ(log, Log{"draw"}) << name << ", and it is not gone";
     }
-}
-
-TEST_F(StateChange, ItWorksWithoutACurrentScreenAndFromThePlayItself) {
     Inspector::setState(*application, nullptr);
-    application->changeState("GamePlay", "");
-    ASSERT_NE(play(), nullptr);
-    Inspector::player(*play()).requestKick();
-    runFrame();
-    application->changeState("GamePlay", "");
-    ASSERT_NE(play(), nullptr);
-    EXPECT_EQ(Inspector::motion(Inspector::player(*play())).vy, 0) << "a new one";
+    application->changeState("GamePlay", ""); // from no screen at all
+    EXPECT_NE(play(), nullptr);
 }

@@ -9,30 +9,29 @@
 #include <fstream>
 #include <iostream>
 #include <set>
-#include <sstream>
 
 #include <gtest/gtest.h>
 
 #include "platform/Platform.h"
 
-// A folder of its own for each test, and a record of what is printed meanwhile.
+// A folder of its own for each test. What is printed must be taken.
 class FilePathTest : public testing::Test {
 protected:
     FilePathTest() {
         std::string pattern = testing::TempDir() + "FilePathTest.XXXXXX";
         folder = mkdtemp(pattern.data());
-        coutBuffer = std::cout.rdbuf(printed.rdbuf());
+        testing::internal::CaptureStdout();
     }
 
     ~FilePathTest() override {
-        std::cout.rdbuf(coutBuffer);
+        EXPECT_EQ(testing::internal::GetCapturedStdout(), "");
         std::filesystem::remove_all(folder);
     }
 
     // What was printed since the last call.
-    std::string takePrinted() {
-        const std::string text = printed.str();
-        printed.str("");
+    static std::string takePrinted() {
+        const std::string text = testing::internal::GetCapturedStdout();
+        testing::internal::CaptureStdout();
         return text;
     }
 
@@ -52,10 +51,6 @@ protected:
         "FilePath::isDirectory() error: No such file or directory\n";
 
     std::string folder;
-
-private:
-    std::ostringstream printed;
-    std::streambuf* coutBuffer = nullptr;
 };
 
 TEST_F(FilePathTest, EveryQuestionAboutTheEmptyPathIsAnsweredInSilence) {
@@ -66,7 +61,6 @@ TEST_F(FilePathTest, EveryQuestionAboutTheEmptyPathIsAnsweredInSilence) {
     EXPECT_EQ(empty.getExtension(), "");
     EXPECT_EQ(empty.getEntryCount(), 0u);
     EXPECT_EQ(empty.getEntry(0).text(), ""); // not the first entry of the root folder
-    EXPECT_EQ(takePrinted(), "");
 }
 
 TEST_F(FilePathTest, FilesFoldersAndLinksAreToldApart) {
@@ -79,7 +73,6 @@ TEST_F(FilePathTest, FilesFoldersAndLinksAreToldApart) {
     for (const FilePath& path : {directory, inFolder("toFolder"), FilePath("/"), FilePath(".")}) {
         EXPECT_TRUE(path.exists() && !path.isFile() && path.isDirectory()) << path.text();
     }
-    EXPECT_EQ(takePrinted(), "");
 }
 
 TEST_F(FilePathTest, OnlyTheQuestionForAFolderPrintsWhyItFailed) {
@@ -98,6 +91,7 @@ TEST_F(FilePathTest, OnlyTheQuestionForAFolderPrintsWhyItFailed) {
         EXPECT_EQ(takePrinted(), "");
         EXPECT_FALSE(path.isDirectory());
         EXPECT_EQ(takePrinted(), "FilePath::isDirectory() error: " + reason + "\n");
+        EXPECT_FALSE(Platform::listDirectory(path.text()).has_value());
     }
     EXPECT_EQ(inFolder("missing").getEntryCount(), 0u);
     EXPECT_EQ(takePrinted(), missingLine);
@@ -132,11 +126,7 @@ TEST_F(FilePathTest, EntriesAreFilesFoldersAndHiddenFilesOnceEach) {
     EXPECT_EQ(path.getEntry(0xFFFFFFFF).text(), "");
     EXPECT_EQ(inFolder("b").getEntryCount(), 0u);
     EXPECT_EQ(inFolder("b").getEntry(0).text(), "");
-    EXPECT_EQ(takePrinted(), "");
-}
 
-TEST_F(FilePathTest, AFolderThatCannotBeListedHasNoEntries) {
-    makeFile("entry");
     rlimit limit = {};
     ASSERT_EQ(getrlimit(RLIMIT_NOFILE, &limit), 0);
     const rlimit none = {0, limit.rlim_max}; // no file opens any more, not for root either
@@ -148,7 +138,7 @@ TEST_F(FilePathTest, AFolderThatCannotBeListedHasNoEntries) {
     EXPECT_TRUE(isDirectory);
     EXPECT_EQ(count, 0u);
     EXPECT_EQ(first, "");
-    EXPECT_EQ(FilePath(folder).getEntryCount(), 1u);
+    EXPECT_EQ(FilePath(folder).getEntryCount(), 4u);
 }
 
 TEST_F(FilePathTest, JoinAppendsBlindly) {
@@ -188,21 +178,6 @@ TEST_F(FilePathTest, FontFoldersLieOnTheSystemDriveIfThatIsKnown) {
     const std::vector<FilePath> folders = FilePath::getSystemFontDirectories();
     ASSERT_EQ(folders.size(), 1u);
     EXPECT_EQ(folders[0].text(), "/mnt/c/Windows/Fonts");
-    Platform::setEnvironment("SystemDrive", "");
-    EXPECT_TRUE(FilePath::getSystemFontDirectories().empty());
     unsetenv("SystemDrive");
     EXPECT_TRUE(FilePath::getSystemFontDirectories().empty());
-}
-
-TEST_F(FilePathTest, ThePlatformTellsAMissingPathFromOneOutOfReach) {
-    std::filesystem::create_symlink("circle", inFolder("circle").text());
-    using Kind = Platform::PathKind;
-    EXPECT_EQ(Platform::pathStatus(folder).kind, Kind::directory);
-    EXPECT_EQ(Platform::pathStatus(folder).failure, "");
-    EXPECT_EQ(Platform::pathStatus(makeFile("file").text()).kind, Kind::file);
-    EXPECT_EQ(Platform::pathStatus(inFolder("missing").text()).kind, Kind::missing);
-    EXPECT_EQ(Platform::pathStatus(inFolder("file").join("x").text()).kind, Kind::missing);
-    EXPECT_EQ(Platform::pathStatus(inFolder("circle").text()).kind, Kind::unreachable);
-    EXPECT_FALSE(Platform::listDirectory(inFolder("missing").text()).has_value());
-    EXPECT_GT(Platform::calendarSeconds(), 1700000000);
 }
