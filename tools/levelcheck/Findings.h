@@ -14,6 +14,8 @@ public:
     void error(const std::string& text) { errors.push_back(text); }
     void note(const std::string& text) { notes.push_back(text); }
 
+    void add(bool wrong, const std::string& text) { (wrong ? errors : notes).push_back(text); }
+
     // A requirement; one that fails is an error.
     void require(bool holds, const std::string& text);
 

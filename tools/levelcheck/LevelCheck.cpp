@@ -6,6 +6,7 @@
 #include <set>
 
 #include "tools/levelcheck/BotWay.h"
+#include "tools/levelcheck/Floors.h"
 #include "tools/levelcheck/PictureChecks.h"
 #include "tools/levelcheck/Places.h"
 #include "tools/levelcheck/RandomPlayers.h"
@@ -50,7 +51,7 @@ void LevelCheck::run() {
     checkReach();
     checkGoals();
     checkFastest();
-    checkTraps();
+    if (isWhole) checkTraps();
     checkRandomPlayers();
 }
 
@@ -60,9 +61,11 @@ void LevelCheck::explore() {
         << " frames or more and press Action " << pressGap << " frames apart or more.\n"
         << search.getStates().size() << " states are told apart, by " << RunnerState::resolution()
         << ".\n";
-    if (end == Search::End::full) {
-        findings.error("the level is too large to be searched to its end: what the search did not "
-                       "find (ways, goals, traps, cells out of reach) is not proven");
+    isWhole = end == Search::End::exhausted;
+    if (!isWhole) {
+        findings.error(
+            "the level is too large to be searched to its end: what the search did not "
+            "find (ways, goals, cells out of reach) is not proven, and traps were not looked for");
     }
 }
 
@@ -91,45 +94,75 @@ void LevelCheck::checkBorder() {
         if (map.at(column, row) == LevelMap::flame) flames.add(column, row);
     });
     if (search.isOutsidePassed()) findings.error("the runner can leave the picture");
-    for (const Places::Place& place : near.all()) {
-        findings.error("the runner comes within " + std::to_string(safeBorder) +
-                       " tiles of the edge: " + zones.describe(place.column, place.row));
+    listPlaces(near, true,
+               "cells less than " + std::to_string(safeBorder) +
+                   " tiles from the edge are reached near ");
+    listPlaces(open, false,
+               "cells less than " + std::to_string(border) +
+                   " tiles from the edge are reached, and what lies outside may be "
+                   "seen, near ");
+    listPlaces(flames, true, "flames in the border, which can throw the runner through it, near ");
+}
+
+// A line for each place, but not too many.
+void LevelCheck::listPlaces(const Places& places, bool wrong, const std::string& what) {
+    std::size_t rest = 0;
+    for (std::size_t i = 0; i < places.all().size(); ++i) {
+        const Places::Place& place = places.all()[i];
+        if (i >= namedPlaces) {
+            rest += place.count;
+            continue;
+        }
+        findings.add(wrong, what + zones.describe(place.column, place.row) + ": " +
+                                std::to_string(place.count));
     }
-    for (const Places::Place& place : open.all()) {
-        findings.note(
-            "the border is thinner than " + std::to_string(border) +
-            " tiles, and what is outside may be seen: " + zones.describe(place.column, place.row));
-    }
-    for (const Places::Place& place : flames.all()) {
-        findings.error("a flame in the border could throw the runner through it: " +
-                       zones.describe(place.column, place.row));
-    }
+    if (rest > 0) findings.add(wrong, what + "other places: " + std::to_string(rest));
+}
+
+// Open cells that were not passed: a place each for those that hang together, the largest first.
+static Places findMissed(const LevelMap& map, const Search& search) {
+    std::vector<bool> seen(std::size_t{map.getWidth()} * map.getHeight());
+    const auto take = [&](int column, int row) {
+        if (map.at(column, row) != LevelMap::empty || search.isPassed(column, row)) return false;
+        auto mark =
+            seen[static_cast<std::size_t>(row) * map.getWidth() + static_cast<std::size_t>(column)];
+        const bool isNew = !mark;
+        mark = true;
+        return isNew;
+    };
+    std::vector<Places::Place> areas;
+    std::vector<std::pair<int, int>> edge;
+    forEachCell(map, [&](int column, int row) {
+        if (!take(column, row)) return;
+        areas.push_back({column, row, 0});
+        edge.emplace_back(column, row);
+        while (!edge.empty()) {
+            const auto [x, y] = edge.back();
+            edge.pop_back();
+            ++areas.back().count;
+            for (const auto& [nextX, nextY] : {std::pair(x + 1, y), std::pair(x - 1, y),
+                                               std::pair(x, y + 1), std::pair(x, y - 1)}) {
+                if (take(nextX, nextY)) edge.emplace_back(nextX, nextY);
+            }
+        }
+    });
+    std::stable_sort(areas.begin(), areas.end(),
+                     [](const auto& one, const auto& other) { return one.count > other.count; });
+    return Places(areas);
 }
 
 void LevelCheck::checkReach() {
     std::size_t open = 0, passed = 0;
-    Places missed;
     forEachCell(map, [&](int column, int row) {
         if (map.at(column, row) != LevelMap::empty) return;
         ++open;
-        if (search.isPassed(column, row)) {
-            ++passed;
-        } else {
-            missed.add(column, row);
-        }
+        passed += search.isPassed(column, row) ? 1 : 0;
     });
     findings.require(share(passed, open) >= leastReached,
                      decimals(100 * share(passed, open), 2) + " % of " + std::to_string(open) +
                          " open cells can be reached (" + decimals(100 * leastReached, 0) +
                          " % wanted)");
-    std::vector<Places::Place> places = missed.all();
-    std::stable_sort(places.begin(), places.end(),
-                     [](const auto& one, const auto& other) { return one.count > other.count; });
-    if (places.size() > namedPlaces) places.resize(namedPlaces);
-    for (const Places::Place& place : places) {
-        findings.note(std::to_string(place.count) + " open cells out of reach near " +
-                      zones.describe(place.column, place.row));
-    }
+    listPlaces(findMissed(map, search), false, "open cells out of reach from ");
 }
 
 void LevelCheck::checkGoals() {
@@ -137,11 +170,7 @@ void LevelCheck::checkGoals() {
     for (const auto& [cell, way] : goals.getOutside()) {
         places.add(cell.second, cell.first);
     }
-    for (const Places::Place& place : places.all()) {
-        findings.error("the goal can be reached outside the goal zones, in " +
-                       std::to_string(place.count) + " cells near " +
-                       zones.describe(place.column, place.row));
-    }
+    listPlaces(places, true, "cells outside the goal zones in which the goal can be reached near ");
     if (!zones.isEmpty() && places.all().empty()) {
         findings.require(true, "the goal is reached in the goal zones alone");
     }
@@ -192,13 +221,21 @@ void LevelCheck::checkFastest() {
 }
 
 void LevelCheck::checkTraps() {
-    const Places traps = findTraps(search);
-    for (const Places::Place& place : traps.all()) {
-        findings.error("the runner gets in and not out again: " + std::to_string(place.count) +
-                       " states near " + zones.describe(place.column, place.row));
+    const Traps traps(search);
+    for (std::size_t i = 0; i < traps.getEnds().all().size(); ++i) {
+        const Places::Place& end = traps.getEnds().all()[i];
+        const RunnerState& entrance = traps.getEntrances()[i];
+        findings.error("the runner gets in and not out again near " +
+                       zones.describe(end.column, end.row) + ", " + std::to_string(end.count) +
+                       " states; the way in begins in " +
+                       placeText(entrance.column(), entrance.row()));
     }
-    if (traps.all().empty()) {
-        findings.require(true, "every state leads on to a goal or back to the start");
+    const Floors floors(map, search);
+    listPlaces(floors.getTraps(), true, "floors from which no way leads on near ");
+    listPlaces(floors.getUnsure(), false, "floors from which no way on was found near ");
+    if (traps.getEnds().all().empty() && floors.getTraps().all().empty()) {
+        findings.require(true, "every state, and every one of " + std::to_string(floors.size()) +
+                                   " floors, leads on to a goal or back to the start");
     }
 }
 
@@ -209,10 +246,7 @@ void LevelCheck::checkRandomPlayers() {
                      decimals(100 * winners, 2) + " % of " + std::to_string(RandomPlayers::count) +
                          " random players reach the goal within 40 s (less than " +
                          decimals(100 * mostWinners, 1) + " % wanted)");
-    for (const Places::Place& place : players.getStuck().all()) {
-        findings.error(std::to_string(place.count) + " random players are stuck near " +
-                       zones.describe(place.column, place.row));
-    }
+    listPlaces(players.getStuck(), true, "random players are stuck near ");
 }
 
 std::optional<Inputs> LevelCheck::runTo(const std::string& goal) const {

@@ -7,6 +7,7 @@
 #include "drawing/LoadedImage.h"
 #include "tools/levelcheck/Findings.h"
 #include "tools/levelcheck/GoalPlaces.h"
+#include "tools/levelcheck/Places.h"
 #include "tools/levelcheck/Search.h"
 #include "tools/levelcheck/Zones.h"
 
@@ -29,6 +30,7 @@ public:
 
 private:
     void explore();
+    void listPlaces(const Places& places, bool wrong, const std::string& what);
     void checkBorder();
     void checkReach();
     void checkGoals();
@@ -43,4 +45,5 @@ private:
     LevelMap map;
     Search search;
     GoalPlaces goals;
+    bool isWhole = false; // the search went to its end
 };

@@ -2,10 +2,12 @@
 #pragma once
 
 #include <cstddef>
+#include <map>
+#include <utility>
 #include <vector>
 
-// Cells, gathered into few places that a person can look at. Each is named by its first cell; the
-// cells come in an order that is always the same.
+// Cells, gathered into few places that a person can look at: those of one square of 16 by 16 make
+// a place, which is named by the first of them.
 class Places {
 public:
     struct Place {
@@ -14,10 +16,19 @@ public:
         std::size_t count = 0;
     };
 
-    void add(int column, int row, std::size_t count = 1);
+    Places() = default;
 
+    // Places that were gathered otherwise, in their order.
+    explicit Places(std::vector<Place> gathered) : places(std::move(gathered)) {}
+
+    void add(int column, int row);
+
+    // In the order of their first cells.
     const std::vector<Place>& all() const { return places; }
 
 private:
+    static constexpr int side = 16; // tiles
+
     std::vector<Place> places;
+    std::map<std::pair<int, int>, std::size_t> squares; // to the place of each
 };

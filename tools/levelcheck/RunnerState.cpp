@@ -4,10 +4,13 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <cstdlib>
 
 static constexpr float fineSpeed = 0.01f; // tiles per frame; all steps are made of these
 static constexpr int fineSteps = 400;     // to each side of 0
 static constexpr int waitStep = 4;        // frames
+static constexpr int startColumns = 20;   // the start's neighbourhood, to each side
+static constexpr int startRows = 8;
 
 using StepTable = std::array<std::uint8_t, 2 * fineSteps>;
 
@@ -56,6 +59,11 @@ Player RunnerState::player() const {
     Player player({x, y});
     Inspector::setMotion(player, {x, y, vx, vy, kicking, true, true});
     return player;
+}
+
+bool RunnerState::isNearStart() const {
+    return std::abs(column() - cellOf(Run::start.x)) <= startColumns &&
+           std::abs(row() - cellOf(Run::start.y)) <= startRows;
 }
 
 std::uint64_t RunnerState::key() const {

@@ -39,6 +39,19 @@ struct RunnerState {
     int column() const { return cellOf(x); }
     int row() const { return cellOf(y); }
 
+    // On the ground and at no speed up or down; whoever stands can walk along the floor.
+    bool isStanding(const LevelMap& map) const {
+        return !kicking && vy == 0 && isFloor(map, column(), row());
+    }
+    static bool isFloor(const LevelMap& map, int column, int row) {
+        const std::uint8_t below = map.at(column, row + 1);
+        return map.at(column, row) == LevelMap::empty && below != LevelMap::empty &&
+               below != LevelMap::flame;
+    }
+
+    // Whether it is so near the start that the play could begin anew.
+    bool isNearStart() const;
+
     // States with the same key are taken for one: cell, flight of a kick, steps of the two speeds
     // and of the wait. Rising is told apart more finely than falling, since it decides how far up
     // the way goes, and the speeds near 0, at which the runner stays in a cell for long.

@@ -5,20 +5,31 @@
 
 static constexpr std::uint16_t mostChanges = 0xFFFF;
 
-Search::Search(const LevelMap& level, const Inputs& before, std::uint32_t mostStates)
-    : map(level), inputsBefore(before), limit(std::min(mostStates, StateSet::mostStates)),
-      passed(std::size_t{level.getWidth()} * level.getHeight()) {
+static RunnerState stateBehind(const LevelMap& map, const Inputs& inputs) {
     Player player(Run::start);
     int wait = 0;
-    for (const Input input : before) {
+    for (const Input input : inputs) {
         if (input.press) player.requestKick();
         player.update(input.held(), map);
         wait = std::max(0, (input.press ? pressGap : wait) - 1);
     }
-    RunnerState first = RunnerState::of(player);
-    first.wait = wait & 0xF;
-    if (!before.empty()) first.direction = before.back().direction;
+    RunnerState state = RunnerState::of(player);
+    state.wait = wait & 0xF;
+    if (!inputs.empty()) state.direction = inputs.back().direction;
+    return state;
+}
+
+Search::Search(const LevelMap& level, const Inputs& before, std::uint32_t mostStates)
+    : Search(level, stateBehind(level, before), mostStates) {
+    inputsBefore = before;
+}
+
+Search::Search(const LevelMap& level, const RunnerState& first, std::uint32_t mostStates)
+    : map(level), limit(std::min(mostStates, StateSet::mostStates)),
+      passed(std::size_t{level.getWidth()} * level.getHeight()) {
     states.findOrAdd(first);
+    states[0].parent = 0;
+    states[0].edges = 0;
 }
 
 Search::End Search::run(Listener& listener) {

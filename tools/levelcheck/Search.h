@@ -32,6 +32,9 @@ public:
     // many states.
     Search(const LevelMap& level, const Inputs& before, std::uint32_t mostStates);
 
+    // The same from any state, as if the play began there.
+    Search(const LevelMap& level, const RunnerState& first, std::uint32_t mostStates);
+
     End run(Listener& listener);
 
     const StateSet& getStates() const { return states; }
@@ -59,7 +62,7 @@ private:
     bool pressMatters(WorldPoint place) const;
 
     const LevelMap& map;
-    Inputs inputsBefore;
+    Inputs inputsBefore; // none if it does not begin at the start
     std::uint32_t limit;
     StateSet states;
     Blocks<std::uint32_t> edges;

@@ -1,15 +1,7 @@
 // SPDX-License-Identifier: Zlib
 #include "tools/levelcheck/Traps.h"
 
-#include <cstdlib>
-
-static constexpr int startColumns = 20; // the start's neighbourhood, to each side
-static constexpr int startRows = 8;
-
-static bool isNearStart(const RunnerState& state) {
-    return std::abs(state.column() - cellOf(Run::start.x)) <= startColumns &&
-           std::abs(state.row() - cellOf(Run::start.y)) <= startRows;
-}
+#include <vector>
 
 // Which states lead on, found by going over all edges forth and back until nothing changes.
 class Escapes {
@@ -17,7 +9,7 @@ public:
     explicit Escapes(const Search& search)
         : states(search.getStates()), edges(search.getEdges()), free(states.size()) {
         for (std::uint32_t i = 0; i < states.size(); ++i) {
-            free[i] = states[i].winning || isNearStart(states[i]);
+            free[i] = states[i].winning || states[i].isNearStart();
         }
         while (sweepBack() && sweepForth()) {}
     }
@@ -56,12 +48,30 @@ private:
     std::vector<bool> free;
 };
 
-Places findTraps(const Search& search) {
-    const Escapes escapes(search);
-    Places places;
-    for (std::uint32_t i = 0; i < search.getStates().size(); ++i) {
-        if (escapes.isFree(i)) continue;
-        places.add(search.getStates()[i].column(), search.getStates()[i].row());
+// Whether a state is where the runner stays, and not on the way there.
+static bool staysInCell(const Search& search, std::uint32_t state, std::size_t firstEdge) {
+    const StateSet& states = search.getStates();
+    const std::size_t count = states[state].edges;
+    for (std::size_t i = firstEdge; i < firstEdge + count; ++i) {
+        const RunnerState& next = states[search.getEdges()[i]];
+        if (next.column() == states[state].column() && next.row() == states[state].row()) {
+            return true;
+        }
     }
-    return places;
+    return count == 0;
+}
+
+Traps::Traps(const Search& search) {
+    const StateSet& states = search.getStates();
+    const Escapes escapes(search);
+    std::size_t edge = 0;
+    for (std::uint32_t i = 0; i < states.size(); edge += states[i++].edges) {
+        if (escapes.isFree(i) || !staysInCell(search, i, edge)) continue;
+        const std::size_t known = ends.all().size();
+        ends.add(states[i].column(), states[i].row());
+        if (ends.all().size() == known) continue;
+        std::uint32_t entrance = i;
+        while (entrance != 0 && !escapes.isFree(entrance)) entrance = states[entrance].parent;
+        entrances.push_back(states[entrance]);
+    }
 }
