@@ -4,6 +4,7 @@
 #include <SDL.h>
 #include <SDL_image.h>
 
+#include <cstring>
 #include <limits>
 #include <new>
 
@@ -49,13 +50,43 @@ static LoadedImage convertAndFree(SDL_Surface* surface) {
     return image;
 }
 
-LoadedImage ImageLoader::loadFromMemory(const void* data, std::size_t bytes) const {
-    if (!data || bytes > std::numeric_limits<int>::max()) return {};
-    SDL_RWops* source = SDL_RWFromConstMem(data, static_cast<int>(bytes));
+static SDL_RWops* fileOf(SDL_RWops* source) {
+    return static_cast<SDL_RWops*>(source->hidden.unknown.data1);
+}
+
+static int seekFile(SDL_RWops* source, int offset, int whence) {
+    return SDL_RWseek(fileOf(source), offset, whence);
+}
+
+static int readFileOrZeros(SDL_RWops* source, void* target, int size, int count) {
+    std::memset(target, 0, static_cast<std::size_t>(size) * static_cast<std::size_t>(count));
+    return SDL_RWread(fileOf(source), target, size, count);
+}
+
+static int closeFile(SDL_RWops* source) {
+    SDL_RWclose(fileOf(source));
+    SDL_FreeRW(source);
+    return 0;
+}
+
+// Behind the end of a file there are zeros. The library takes no notice of the end, and could go on
+// for ever with the bytes that it read last.
+static LoadedImage load(SDL_RWops* file) {
+    SDL_RWops* source = file ? SDL_AllocRW() : nullptr;
     if (!source) return {};
+    source->seek = seekFile;
+    source->read = readFileOrZeros;
+    source->write = nullptr;
+    source->close = closeFile;
+    source->hidden.unknown.data1 = file;
     return convertAndFree(IMG_Load_RW(source, 1));
 }
 
+LoadedImage ImageLoader::loadFromMemory(const void* data, std::size_t bytes) const {
+    if (!data || bytes > std::numeric_limits<int>::max()) return {};
+    return load(SDL_RWFromConstMem(data, static_cast<int>(bytes)));
+}
+
 LoadedImage ImageLoader::loadFromFile(const std::string& path) const {
-    return convertAndFree(IMG_Load(path.c_str()));
+    return load(SDL_RWFromFile(path.c_str(), "rb"));
 }

@@ -69,7 +69,8 @@ TEST(ImageLoader, GreyAndPaletteAreUnreadableUnlessTheyHaveAnAlpha) {
     expectUnreadable(load(PngBytes::file(PngBytes::palette, 2, {0, 1}, colours)));
     EXPECT_EQ(pixelsOf(load(PngBytes::file(PngBytes::greyAlpha, 2, {9, 0, 80, 255}))),
               (Bytes{9, 9, 9, 0, 80, 80, 80, 255}));
-    EXPECT_EQ(pixelsOf(load(PngBytes::file(PngBytes::palette, 2, {1, 0}, colours, {7, 99}))),
+    EXPECT_EQ(pixelsOf(load(PngBytes::file(PngBytes::paletteAlpha, 2, {1, 0},
+                                           {10, 20, 30, 7, 40, 50, 60, 99}))),
               (Bytes{40, 50, 60, 99, 10, 20, 30, 7}));
 }
 
@@ -83,6 +84,7 @@ TEST(ImageLoader, BrokenFilesAreUnreadable) {
     const Bytes png = PngBytes::file(PngBytes::rgb, 2, {1, 2, 3, 4, 5, 6});
     const Bytes bmp = bmpFile(2, 1, Bytes(8));
     for (std::size_t length = 0; length < png.size() - 16; ++length) {
+        // Where one ends behind the head of a chunk, the library alone would never come back.
         expectUnreadable(load(Bytes(png.begin(), png.begin() + static_cast<long>(length))));
     }
     // The library gives surfaces of absurd sizes for these.
