@@ -41,7 +41,6 @@ std::uint32_t FilePath::getEntryCount() const {
 }
 
 FilePath FilePath::getEntry(std::uint32_t index) const {
-    if (path.empty()) return {};
     const auto names = Platform::listDirectory(path);
     return names && index < names->size() ? join((*names)[index]) : FilePath();
 }

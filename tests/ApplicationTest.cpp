@@ -53,10 +53,10 @@ TEST_F(MainLoop, MousePlacesAreScaledToUnitsAndCutToWholeOnes) {
 }
 
 TEST_F(MainLoop, QuitEndsTheLoopBeforeTheNextFrameButNotBeforeTheEventsThatWait) {
-    EXPECT_TRUE(runFrame());
-    const std::uint32_t shown = GlStandIn::swaps;
     for (const bool byKey : {true, false}) { // Escape, and the window's button
         SetUp();
+        EXPECT_TRUE(runFrame());
+        const std::uint32_t shown = GlStandIn::swaps;
         log.clear();
         GlStandIn::waits.clear();
         byKey ? pushKey(SDL_KEYDOWN, SDLK_ESCAPE) : pushQuit();
