@@ -3,7 +3,6 @@
 
 #include <array>
 #include <cstdint>
-#include <span>
 #include <string>
 
 #include "sound/PatchFile.h"
@@ -23,16 +22,9 @@ public:
         }
     }
 
-    // Adds all voices, in order, to `frames` stereo frames (2 x frames floats, interleaved). A
-    // voice class that knows how to render many together does so.
+    // Adds all voices, in order, to `frames` stereo frames (2 x frames floats, interleaved).
     void render(float* output, std::int32_t frames) {
-        if constexpr (requires { Voice::renderAll(std::span<Voice>(voices), output, frames); }) {
-            Voice::renderAll(std::span<Voice>(voices), output, frames);
-        } else {
-            for (Voice& voice : voices) {
-                if (voice.isActive()) voice.render(output, frames);
-            }
-        }
+        Voice::renderAll(voices, output, frames);
     }
 
     // Reads a patch file into all voices. A file that does not fit prints a line, and the voices

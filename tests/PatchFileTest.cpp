@@ -9,8 +9,6 @@
 
 #include <gtest/gtest.h>
 
-#include "sound/PolyphonicSynth.h"
-
 // Files in a folder of their own, and a record of what is printed.
 class PatchFileTest : public testing::Test {
 protected:
@@ -130,58 +128,4 @@ TEST_F(PatchFileTest, EndsWithAFileThatDoesNot) {
     std::string lines = head;
     for (int i = 0; i < 100000; ++i) lines += "1f,\n";
     EXPECT_LE(read(lines).size(), 1000u);
-}
-
-// A voice that writes down what happens to it.
-struct RecordingVoice {
-    static inline std::vector<RecordingVoice*> all; // in the order in which they were built
-    RecordingVoice() { all.push_back(this); }
-
-    bool isActive() const { return active; }
-    void noteOn(float hertz, std::int32_t) { active = true, frequency = hertz; }
-    void render(float* output, std::int32_t frames) { output[frames - 1] += frequency; }
-    std::int32_t parameterCount() const { return 3; }
-    std::string parameterName(std::int32_t index) const { return index < 3 ? names[index] : ""; }
-    void setParameter(const std::string& name, float value, bool stored) {
-        EXPECT_TRUE(stored);
-        parameters[name] = value;
-    }
-
-    static constexpr const char* names[] = {"a", "b", "c"};
-    bool active = false;
-    float frequency = 0;
-    std::map<std::string, float> parameters;
-};
-
-TEST_F(PatchFileTest, ABankGivesThePatchToAllItsVoices) {
-    RecordingVoice::all.clear();
-    PolyphonicSynth<RecordingVoice> bank;
-    bank.loadPatch(write(head + "1f,\n2f,\n3f,\n4f,\n};\n"));
-    ASSERT_EQ(RecordingVoice::all.size(), 32u);
-    for (const RecordingVoice* voice : RecordingVoice::all) {
-        EXPECT_EQ(voice->parameters.at("a"), 1);
-        EXPECT_EQ(voice->parameters.at("b"), 2);
-        EXPECT_EQ(voice->parameters.at("c"), 3);
-    }
-    printed.str("");
-    bank.loadPatch(write("no patch"));
-    EXPECT_EQ(printed.str(), mismatch);
-    EXPECT_EQ(RecordingVoice::all[31]->parameters.at("c"), 3) << "they keep what they have";
-}
-
-TEST_F(PatchFileTest, ABankGivesANoteToTheFirstFreeVoiceAndDropsTheThirtyThird) {
-    RecordingVoice::all.clear();
-    PolyphonicSynth<RecordingVoice> bank;
-    const std::vector<RecordingVoice*>& voices = RecordingVoice::all;
-    for (int i = 1; i <= 33; ++i) bank.noteOn(static_cast<float>(i), 0);
-    for (std::size_t i = 0; i < voices.size(); ++i) {
-        EXPECT_EQ(voices[i]->frequency, static_cast<float>(i + 1));
-    }
-    voices[20]->active = voices[7]->active = false;
-    bank.noteOn(40, 0);
-    EXPECT_EQ(voices[7]->frequency, 40);
-    EXPECT_FALSE(voices[20]->active);
-    float output[2] = {};
-    bank.render(output, 2);
-    EXPECT_EQ(output[1], 32 * 33 / 2 - 8 + 40 - 21) << "all but the one at rest";
 }

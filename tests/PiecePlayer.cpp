@@ -60,15 +60,18 @@ public:
 
     void onBar() override { music.onBar(sound, 1); }
 
-    // Fills stereo frames. Half as loud as the game: a recorder may not bear samples beyond 1.
+    // Fills stereo frames: to the left the piece, half as loud as the game, since a recorder may
+    // not bear samples beyond 1; to the right the number of the frame, from -0.5 to 0.5, round and
+    // round.
     void render(float* output, std::size_t frames) {
-        for (std::size_t i = 0; i < 2 * frames; ++i) {
-            if (next == block.size()) {
+        for (std::size_t i = 0; i < frames; ++i, ++frame) {
+            const std::size_t place = frame % blockFrames;
+            if (place == 0) {
                 block.fill(0);
                 sound.process(block.data(), blockFrames);
-                next = 0;
             }
-            output[i] = 0.5f * block[next++];
+            output[2 * i] = 0.5f * block[2 * place];
+            output[2 * i + 1] = static_cast<float>(frame % countedFrames) / countedFrames - 0.5f;
         }
     }
 
@@ -76,11 +79,12 @@ private:
     const std::vector<std::pair<std::int32_t, std::vector<std::int32_t>>> drums = {
         {4, {0, 8}}, {5, {4, 12}}, {6, {2, 6, 10, 14}}};
     static constexpr std::int32_t blockFrames = 64;
+    static constexpr std::int32_t countedFrames = 32768;
 
     AudioSingleton& sound = AudioSingleton::instance();
     PlayMusic music;
     std::array<float, 2 * blockFrames> block = {};
-    std::size_t next = block.size(); // of the block's samples
+    std::size_t frame = 0;
 };
 
 // What the game's root does for the stream, and what that asked of it.

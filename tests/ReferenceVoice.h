@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Zlib
 #pragma once
 
+#include <array>
+#include <bit>
 #include <cmath>
 #include <cstdint>
 
@@ -22,13 +24,13 @@ public:
         float waveAmount = 0;
         float filterCutoff = 0.5f;
         float filterRes = 0;
-        bool filterAttackCurve = false;
-        bool filterReleaseCurve = false;
+        float filterAttackCurve = 0;
+        float filterReleaseCurve = 0;
         float filterAttackTime = 0.25f;
         float filterReleaseTime = 0.5f;
         float filterEnvAmount = 0.01f;
-        bool attackCurve = false;
-        bool releaseCurve = false;
+        float attackCurve = 0;
+        float releaseCurve = 0;
         float attackTime = 0.25f;
         float releaseTime = 0.5f;
         float noteLength = 0.5f;
@@ -41,24 +43,15 @@ public:
     bool active = false;
     int healings = 0; // of the filter
 
+    // The values in the order of the parameters.
+    using Values = std::array<float, 16>;
+
     // Gives the patch to one of the program's voices.
     void givePatch(SimpleSynth& voice) const {
-        voice.setParameter("waveAmount", patch.waveAmount, true);
-        voice.setParameter("filterCutoff", patch.filterCutoff, true);
-        voice.setParameter("filterRes", patch.filterRes, true);
-        voice.setParameter("filterAttackCurve", patch.filterAttackCurve, true);
-        voice.setParameter("filterReleaseCurve", patch.filterReleaseCurve, true);
-        voice.setParameter("filterAttackTime", patch.filterAttackTime, true);
-        voice.setParameter("filterReleaseTime", patch.filterReleaseTime, true);
-        voice.setParameter("filterEnvAmount", patch.filterEnvAmount, true);
-        voice.setParameter("attackCurve", patch.attackCurve, true);
-        voice.setParameter("releaseCurve", patch.releaseCurve, true);
-        voice.setParameter("attackTime", patch.attackTime, true);
-        voice.setParameter("releaseTime", patch.releaseTime, true);
-        voice.setParameter("noteLength", patch.noteLength, true);
-        voice.setParameter("distGain", patch.distGain, true);
-        voice.setParameter("octave", patch.octave, true);
-        voice.setParameter("detunedSawAmount", patch.detunedSawAmount, true);
+        std::int32_t index = 0;
+        for (const float value : std::bit_cast<Values>(patch)) {
+            voice.setParameter(voice.parameterName(index++), value, true);
+        }
     }
 
     void noteOn(float frequency, std::int32_t sampleOffset) {
@@ -135,14 +128,14 @@ private:
     static float shape(float x, float k) { return x / ((x - 1) * k + x); }
 
     static float envelope(float t, float attackEnd, float releaseStart, float releaseLength,
-                          bool attackCurve, bool releaseCurve) {
+                          float attackCurve, float releaseCurve) {
         if (t < attackEnd) {
             const float x = t / attackEnd;
-            return attackCurve ? shape(x, -9) : shape(x, -0.33333337f);
+            return attackCurve > 0.5f ? shape(x, -9) : shape(x, -0.33333337f);
         }
         if (t < releaseStart || releaseLength <= 0) return 1;
         const float x = (t - releaseStart) / releaseLength;
-        return releaseCurve ? 1 - shape(x, -0.33333337f) : 1 - shape(x, -9);
+        return releaseCurve > 0.5f ? 1 - shape(x, -0.33333337f) : 1 - shape(x, -9);
     }
 
     static float read(const WaveTables::Row& row, float phase) {

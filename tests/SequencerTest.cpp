@@ -188,16 +188,6 @@ TEST_F(GridTest, APitchedNoteBeginsASampleBeforeItsStepUnlessThatIsTheBuffersFir
     }
 }
 
-TEST_F(GridTest, ADroppedNoteLeavesTheOthersAlone) {
-    for (int thump = 0; thump < 12; ++thump) sound->playBom(); // 36 notes
-    EXPECT_EQ(Inspector::soundingVoices(*sound, 4), 32);
-    const auto other = Inspector::makeSound();
-    for (int thump = 0; thump < 11; ++thump) other->playBom(); // 33
-    std::vector<float> expected(2000);
-    other->process(expected.data(), 1000);
-    EXPECT_EQ(process(1000), expected);
-}
-
 // Where a buffer begins moves the start of a pitched note, but no drum and nothing that sounds.
 TEST_F(GridTest, SplittingABufferChangesNothingThatSounds) {
     std::vector<std::vector<float>> pieces;

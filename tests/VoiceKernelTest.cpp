@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <bit>
 #include <cmath>
 #include <cstring>
 #include <limits>
@@ -39,22 +40,17 @@ protected:
     bool drawFlag() { return draw(2) == 1; }
 
     ReferenceVoice::Patch drawPatch(float mostResonance) {
-        return {drawUnit(),
-                drawUnit(),
-                drawUnit() * mostResonance,
-                drawFlag(),
-                drawFlag(),
-                drawUnit(),
-                drawUnit(),
-                drawUnit() * 2 - 1,
-                drawFlag(),
-                drawFlag(),
-                drawUnit(),
-                drawFlag() ? drawUnit() : 0,
-                0.005f + drawUnit() * 0.05f,
-                1 + 3 * drawUnit(),
-                drawFlag() ? 1.0f : 0.25f,
-                drawFlag() ? drawUnit() : 0};
+        ReferenceVoice::Values values;
+        for (float& value : values) value = drawUnit(); // the flags' too
+        auto patch = std::bit_cast<ReferenceVoice::Patch>(values);
+        patch.filterRes *= mostResonance;
+        patch.filterEnvAmount = 2 * patch.filterEnvAmount - 1;
+        if (drawFlag()) patch.releaseTime = 0;
+        patch.noteLength = 0.005f + patch.noteLength * 0.05f;
+        patch.distGain = 1 + 3 * patch.distGain;
+        patch.octave = drawFlag() ? 1.0f : 0.25f;
+        if (drawFlag()) patch.detunedSawAmount = 0;
+        return patch;
     }
 
     void start(std::size_t voice, const ReferenceVoice::Patch& patch, float frequency,
@@ -66,7 +62,7 @@ protected:
     }
 
     // Renders a buffer that holds something already, each channel its own; says whether the bits
-    // and the voices at rest are the same.
+    // and the voices at rest are the same, and the bits are those of numbers.
     bool renderBoth(std::int32_t frames) {
         std::vector<float> expected(2 * static_cast<std::size_t>(frames));
         for (float& sample : expected) sample = drawUnit() - 0.5f;
@@ -79,7 +75,10 @@ protected:
         for (std::size_t i = 0; i < count; ++i) {
             same = same && voices[i].isActive() == literal[i].active;
         }
-        return same;
+        // The tanh holds a voice within its gain, whatever the patch.
+        return same && std::ranges::all_of(output, [](float sample) {
+                   return std::fabs(sample) <= 0.5f + 0.5f * count;
+               });
     }
 
     // Buffers of all sizes; before each, some of the voices at rest, and a few others, start a
@@ -126,22 +125,10 @@ TEST_P(VoiceKernelTest, BearsAbsurdParametersLikeLiteralVoices) {
                                         1e9,        44100,    44101,     30000,  1e-40f, -1e9,
                                         440,        1e30f,    22050,     1540.1f};
     renderManyBuffers(600, [this](std::size_t voice) {
-        ReferenceVoice::Patch patch = drawPatch(1);
-        float* const numbers[] = {&patch.waveAmount,
-                                  &patch.filterCutoff,
-                                  &patch.filterRes,
-                                  &patch.filterAttackTime,
-                                  &patch.filterReleaseTime,
-                                  &patch.filterEnvAmount,
-                                  &patch.attackTime,
-                                  &patch.releaseTime,
-                                  &patch.noteLength,
-                                  &patch.distGain,
-                                  &patch.octave,
-                                  &patch.detunedSawAmount};
-        *numbers[draw(std::size(numbers))] = absurd[draw(std::size(absurd))];
+        auto values = std::bit_cast<ReferenceVoice::Values>(drawPatch(1));
+        values[draw(values.size())] = absurd[draw(std::size(absurd))];
         const float pitch = drawFlag() ? pitches[draw(std::size(pitches))] : 440 * drawUnit();
-        start(voice, patch, pitch, 0);
+        start(voice, std::bit_cast<ReferenceVoice::Patch>(values), pitch, 0);
     });
 }
 
@@ -177,18 +164,9 @@ TEST_P(VoiceKernelTest, RendersTheVoicesOfABank) {
     EXPECT_EQ(std::memcmp(output.data(), expected.data(), 4 * output.size()), 0);
 }
 
-static std::string levelName(const testing::TestParamInfo<VoiceKernel::Level>& info) {
-    switch (info.param) {
-    case VoiceKernel::Level::avx2: return "avx2";
-    case VoiceKernel::Level::sse2: return "sse2";
-    default: return "scalar";
-    }
-}
-
 INSTANTIATE_TEST_SUITE_P(Levels, VoiceKernelTest,
                          testing::Values(VoiceKernel::Level::scalar, VoiceKernel::Level::sse2,
-                                         VoiceKernel::Level::avx2),
-                         levelName);
+                                         VoiceKernel::Level::avx2));
 
 // The sound's own tanh is all that tells the voices from ones on the C library's.
 TEST(VoiceTest, IsCloseToAVoiceOnTheLibrarysTanh) {
