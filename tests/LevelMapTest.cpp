@@ -59,8 +59,7 @@ TEST(LevelMap, WhatLiesBeyondTheGridIsRock) {
     }
     EXPECT_EQ(map.at(2, 2), LevelMap::outside);
     EXPECT_EQ(map.at(1, 2), LevelMap::empty);
-    EXPECT_TRUE(map.contains(1, 2));
-    EXPECT_TRUE(map.contains(0, 0));
+    EXPECT_TRUE(map.contains(1, 2) && map.contains(0, 0));
 }
 
 TEST_F(LevelMapFile, APictureThatCannotBeUsedGivesTheEmptyGrid) {

