@@ -1,13 +1,11 @@
 // SPDX-License-Identifier: Zlib
 #pragma once
 
-#include <optional>
 #include <ostream>
 
 #include "drawing/LoadedImage.h"
 #include "tools/levelcheck/Findings.h"
 #include "tools/levelcheck/GoalPlaces.h"
-#include "tools/levelcheck/Places.h"
 #include "tools/levelcheck/Search.h"
 #include "tools/levelcheck/Zones.h"
 
@@ -20,8 +18,8 @@ public:
 
     void run();
 
-    // The fastest run to the goal zone of that name, "" for any, if there is one.
-    std::optional<Inputs> runTo(const std::string& goal) const;
+    // The fastest run to the goal zone of that name, "" for any; empty: there is none.
+    Inputs runTo(const std::string& goal) const;
 
     const LevelMap& getMap() const { return map; }
 
@@ -30,9 +28,6 @@ public:
 
 private:
     void explore();
-    void listPlaces(const Places& places, bool wrong, const std::string& what);
-    void checkBorder();
-    void checkReach();
     void checkGoals();
     void checkFastest();
     void checkTraps();

@@ -3,8 +3,12 @@
 
 #include <cstddef>
 #include <map>
+#include <string>
 #include <utility>
 #include <vector>
+
+// A cell, in the words of every line: rows from the top, columns from the left, from 0.
+std::string placeText(int column, int row);
 
 // Cells, gathered into few places that a person can look at: those of one square of 16 by 16 make
 // a place, which is named by the first of them.

@@ -6,11 +6,16 @@
 static constexpr std::size_t firstTitleKey = 10; // frame
 static constexpr std::size_t titleKeyGap = 4;    // frames
 static constexpr std::size_t playBegin = 30;     // the frame of the last key, and the play's first
-static constexpr std::size_t storyTail = 525;    // frames from the goal to behind the last text
+static constexpr std::size_t vortexFrames = 200; // from the goal to the epilogue
+static constexpr std::size_t storyTail = 325; // frames of the epilogue until behind its last text
 
 static const char* nameOf(Input::Direction direction) {
     if (direction == Input::left) return " left";
     return direction == Input::right ? " right" : "";
+}
+
+std::size_t epilogueFrame(const Inputs& inputs) {
+    return playBegin + inputs.size() - 1 + vortexFrames;
 }
 
 std::string scriptOf(const Inputs& inputs) {
@@ -27,6 +32,6 @@ std::string scriptOf(const Inputs& inputs) {
         held = inputs[i].direction;
         text << playBegin + i << nameOf(held) << (inputs[i].press ? " action" : "") << "\n";
     }
-    text << playBegin + inputs.size() - 1 + storyTail << " end\n";
+    text << epilogueFrame(inputs) + storyTail << " end\n";
     return text.str();
 }

@@ -5,7 +5,7 @@
 #include <charconv>
 #include <sstream>
 
-#include "tools/levelcheck/Findings.h"
+#include "tools/levelcheck/Places.h"
 
 static constexpr int lastTile = 65535;
 

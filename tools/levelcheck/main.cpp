@@ -9,6 +9,8 @@
 #include "tools/levelcheck/BotWay.h"
 #include "tools/levelcheck/LevelCheck.h"
 #include "tools/levelcheck/LevelFile.h"
+#include "tools/levelcheck/LevelPicture.h"
+#include "tools/levelcheck/SceneCheck.h"
 #include "tools/levelcheck/ScriptFile.h"
 
 static constexpr const char* usage =
@@ -17,10 +19,13 @@ static constexpr const char* usage =
     "  --zones FILE     names of its regions and its goal zones, see the manual page\n"
     "  --script FILE    write the bot's run as an input script for the replay tool\n"
     "  --to GOAL        the bot's run leads to this goal zone, not to the fastest\n"
-    "  --through A,B,C  and through these zones, in this order\n";
+    "  --through A,B,C  and through these zones, in this order\n"
+    "  --picture FILE   write a picture (PNG) of the level with the bot's run\n"
+    "  --scene          a level that nobody steers through, that of the epilogue\n";
 
-static const CommandLine::KnownOptions options = {
-    {"--zones", 1}, {"--script", 1}, {"--to", 1}, {"--through", 1}};
+static const CommandLine::KnownOptions options = {{"--zones", 1},   {"--script", 1},
+                                                  {"--to", 1},      {"--through", 1},
+                                                  {"--picture", 1}, {"--scene", 0}};
 
 static constexpr std::streamsize longestZones = 1 << 20; // bytes
 
@@ -64,35 +69,72 @@ static void write(const std::string& path, const std::string& text) {
     if (!file) throw failure("cannot write " + path);
 }
 
-// The exit status.
-static int run(const CommandLine& line) {
+static void writePicture(const std::string& path, const LevelMap& map, const Inputs& inputs) {
+    LevelPicture picture(map);
+    picture.drawRun(Run(map, inputs).getPath());
+    if (!picture.write(path)) throw failure("cannot write " + path);
+}
+
+static void runScene(const CommandLine& line, const LoadedImage& picture, Findings& findings) {
+    checkScene(picture, findings);
+    if (line.has("--picture")) writePicture(line.get("--picture", ""), LevelMap(picture), {});
+}
+
+// The run that was asked for, or none.
+static Inputs findRun(const CommandLine& line, const Zones& zones, const LevelCheck& check) {
+    const std::string goal = line.get("--to", "");
+    const auto through = readThrough(zones, line.get("--through", ""));
+    if (through.empty()) return check.runTo(goal);
+    return calmed(check.getMap(),
+                  BotWay(check.getMap(), zones, LevelCheck::mostStates).find(through, goal));
+}
+
+static void runPlay(const CommandLine& line, const Zones& zones, const LoadedImage& picture,
+                    Findings& findings) {
+    LevelCheck check(picture, zones, findings, std::cout);
+    check.run();
+    if (!line.has("--script") && !line.has("--picture")) return;
+    const Inputs inputs = findRun(line, zones, check);
+    if (line.has("--picture")) {
+        writePicture(line.get("--picture", ""), check.getMap(), inputs);
+    }
+    if (line.has("--script") && !inputs.empty()) {
+        write(line.get("--script", ""), scriptOf(inputs));
+        std::cout << "In its script the epilogue begins in frame " << epilogueFrame(inputs)
+                  << ".\n";
+    }
+}
+
+// What names files or zones is read before the long work begins.
+static Zones readOptions(const CommandLine& line) {
     if (line.getWordCount() != 1) throw CommandLine::Error("one level is wanted");
-    const Zones zones = readZones(line.get("--zones", ""));
+    if (line.has("--scene")) {
+        for (const char* option : {"--zones", "--script", "--to", "--through"}) {
+            if (line.has(option)) {
+                throw CommandLine::Error(std::string(option) + " means nothing to a scene");
+            }
+        }
+    }
+    Zones zones = readZones(line.get("--zones", ""));
     const std::string goal = line.get("--to", "");
     if (!goal.empty() && !findZone(zones, goal)->goal) {
         throw CommandLine::Error(goal + " is no goal zone");
     }
-    const std::vector<const Zone*> through = readThrough(zones, line.get("--through", ""));
+    readThrough(zones, line.get("--through", ""));
+    return zones;
+}
 
-    Findings findings;
+// The exit status.
+static int run(const CommandLine& line) {
+    const Zones zones = readOptions(line);
     const LevelFile file(line.getWord(0));
+    Findings findings;
     if (!file.getFault().empty()) {
         findings.error(file.getFault());
-        findings.print(std::cout);
-        return 1;
-    }
-    LevelCheck check(file.getPicture(), zones, findings, std::cout);
-    check.run();
-    if (line.has("--script")) {
-        std::optional<Inputs> inputs;
-        if (through.empty()) {
-            inputs = check.runTo(goal);
-        } else {
-            inputs =
-                calmed(check.getMap(),
-                       BotWay(check.getMap(), zones, LevelCheck::mostStates).find(through, goal));
-        }
-        if (inputs) write(line.get("--script", ""), scriptOf(*inputs));
+    } else if (line.has("--scene")) {
+        runScene(line, file.getPicture(), findings);
+    } else {
+        runPlay(line, zones, file.getPicture(), findings);
     }
     findings.print(std::cout);
     return findings.hasErrors() ? 1 : 0;

@@ -2,9 +2,10 @@
 #include "tools/replay/PictureFile.h"
 
 #include <GL/gl.h>
-#include <png.h>
 
 #include <vector>
+
+#include "tools/PngFile.h"
 
 bool writePicture(const std::string& path, int width, int height) {
     const int rowBytes = width * 3;
@@ -14,12 +15,6 @@ bool writePicture(const std::string& path, int width, int height) {
     glReadPixels(0, 0, width, height, GL_RGB, GL_UNSIGNED_BYTE, pixels.data());
     glPixelStorei(GL_PACK_ALIGNMENT, 4);
 
-    png_image image = {};
-    image.version = PNG_IMAGE_VERSION;
-    image.width = static_cast<png_uint_32>(width);
-    image.height = static_cast<png_uint_32>(height);
-    image.format = PNG_FORMAT_RGB;
-    image.flags = PNG_IMAGE_FLAG_FAST;
     // A negative step: GL begins at the bottom row.
-    return png_image_write_to_file(&image, path.c_str(), 0, pixels.data(), -rowBytes, nullptr) != 0;
+    return writePng(path, width, height, pixels.data(), -rowBytes);
 }
