@@ -6,26 +6,21 @@
 #include "tests/ApplicationFixture.h"
 
 TEST(InputCodes, EveryKeyOfTheKeyboardHasItsCodeOrNone) {
-    std::map<int, int> codes = {
-        {SDLK_TAB, 37},      {SDLK_RSHIFT, 38}, {SDLK_LSHIFT, 38}, {SDLK_RCTRL, 39},
-        {SDLK_LCTRL, 39},    {SDLK_RALT, 40},   {SDLK_LALT, 40},   {SDLK_SPACE, 41},
-        {SDLK_RETURN, 42},   {SDLK_UP, 43},     {SDLK_LEFT, 44},   {SDLK_RIGHT, 45},
-        {SDLK_DOWN, 46},     {SDLK_HOME, 47},   {SDLK_END, 48},    {SDLK_PAGEUP, 49},
-        {SDLK_PAGEDOWN, 50}, {SDLK_MINUS, 61},  {SDLK_EQUALS, 62}, {SDLK_BACKSPACE, 63},
-        {SDLK_DELETE, 64},   {SDLK_ESCAPE, 65}, {SDLK_COMMA, 66},  {SDLK_PERIOD, 67},
-    };
-    const std::string letters = "abcdefghijklmnopqrstuvwxyz";
-    const std::string digits = "0123456789";
-    for (std::size_t i = 0; i < letters.size(); ++i) codes[letters[i]] = 1 + static_cast<int>(i);
-    for (int i = 0; i < 10; ++i) {
-        codes[digits[static_cast<std::size_t>(i)]] = 27 + i;
-        codes[SDLK_KP0 + i] = 51 + i;
+    std::map<int, int> codes = {{SDLK_LSHIFT, 38}, {SDLK_LCTRL, 39}, {SDLK_LALT, 40}};
+    int code = 1;
+    for (const char key : std::string("abcdefghijklmnopqrstuvwxyz0123456789")) codes[key] = code++;
+    for (const int key :
+         {SDLK_TAB, SDLK_RSHIFT, SDLK_RCTRL, SDLK_RALT, SDLK_SPACE, SDLK_RETURN, SDLK_UP, SDLK_LEFT,
+          SDLK_RIGHT, SDLK_DOWN, SDLK_HOME, SDLK_END, SDLK_PAGEUP, SDLK_PAGEDOWN}) {
+        codes[key] = code++;
+    }
+    for (int key = SDLK_KP0; key <= SDLK_KP9; ++key) codes[key] = code++;
+    for (const int key : {SDLK_MINUS, SDLK_EQUALS, SDLK_BACKSPACE, SDLK_DELETE, SDLK_ESCAPE,
+                          SDLK_COMMA, SDLK_PERIOD}) {
+        codes[key] = code++;
     }
     for (int key = SDLK_FIRST; key <= SDLK_LAST; ++key) {
-        const auto known = codes.find(key);
-        EXPECT_EQ(inputCodeForKey(static_cast<SDLKey>(key)),
-                  known == codes.end() ? 0 : known->second)
-            << "key " << key;
+        EXPECT_EQ(inputCodeForKey(static_cast<SDLKey>(key)), codes[key]) << "key " << key;
     }
 }
 

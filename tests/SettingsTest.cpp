@@ -55,10 +55,6 @@ protected:
         std::ifstream file(path, std::ios::binary);
         return {std::istreambuf_iterator<char>(file), {}};
     }
-    static mode_t permissions(const std::string& path) {
-        struct stat status = {};
-        return stat(path.c_str(), &status) == 0 ? status.st_mode & 07777 : 0;
-    }
 
     // The fields that are not what they are without a file.
     static std::string changes() {
@@ -96,8 +92,9 @@ TEST_F(SettingsTest, TheFirstRunMakesFolderAndFileForTheUserAlone) {
     const std::string path = folder + "/config/Corvale";
     EXPECT_EQ(printed(), "Created " + path + " path.\n") << "of all folders the one is told";
     EXPECT_EQ(bytesOf(path + "/Corvale.conf"), newFile);
-    EXPECT_EQ(permissions("config"), 0700u);
-    EXPECT_EQ(permissions(path), 0700u);
+    for (const std::string& made : {std::string("config"), path}) {
+        EXPECT_EQ(std::filesystem::status(made).permissions(), std::filesystem::perms::owner_all);
+    }
     EXPECT_EQ(printed(), "") << "the second run finds them";
     EXPECT_EQ(changesBy(newFile), " a 0 [DirectSound\r]") << "what the first run itself goes by";
 
