@@ -20,12 +20,13 @@ black = (6, 4, 12, 255)  # the figure
 farInk = (27, 22, 44, 255)  # far arm and leg, a breath lighter
 crease = (74, 66, 116, 255)  # the line that parts black from black
 rim = (206, 246, 255, 255)  # light along head and back
+fill = (162, 194, 226, 255)  # weaker light on all other sides, enough for the darkest rock
 eyeLight = (255, 255, 255, 255)
 scarfLight = (168, 250, 255, 255)
 scarfMain = (60, 230, 252, 255)
-scarfShade = (22, 150, 204, 255)  # the underside, no light
+scarfShade = (48, 190, 238, 255)  # the underside
 
-signs = {"#": black, "f": farInk, "l": crease, "r": rim, "e": eyeLight,
+signs = {"#": black, "f": farInk, "l": crease, "r": rim, "b": fill, "e": eyeLight,
          "c": scarfLight, "C": scarfMain, "s": scarfShade, "x": (0, 0, 0, 0)}
 
 # Lengths and widths in pixels.
@@ -232,12 +233,24 @@ def draw(name, pose, heads, fixes):
         for dy in (-1, 0, 1):
             if dx or dy:
                 company |= shifted(edge, dx, dy)
-    figure[edge & company] = rim
+    # The sides away from the sky are lit too, or dark rock would swallow them.
+    around = np.zeros_like(edge)
+    for dx, dy in ((1, 0), (0, 1), (0, -1), (-1, 0)):
+        around |= shifted(lit, dx, dy)
+    light = around & empty
     # Light in a slit between limbs would be dirt too.
-    filled = (figure[..., 3] > 0) & ~(edge & company)
+    filled = (figure[..., 3] > 0) & ~light
     walls = sum(shifted(filled, dx, dy).astype(int)
                 for dx, dy in ((1, 0), (0, 1), (0, -1), (-1, 0)))
-    figure[edge & company & (walls >= 3)] = black
+    figure[light] = fill
+    figure[edge & company] = rim
+    figure[light & (walls >= 3)] = black
+    # Ink parts the scarf and the creases from the light.
+    bright = light & (walls < 3) | (figure[..., 3] == 0)
+    inner = np.zeros_like(edge)
+    for dx, dy in ((1, 0), (0, 1), (0, -1), (-1, 0)):
+        inner |= shifted(bright, dx, dy)
+    figure[inner & (bandMask | (figure[..., :3] == crease[:3]).all(axis=2))] = black
 
     for x, y in eye:
         figure[y, x] = eyeLight

@@ -16,12 +16,17 @@ from PIL import Image, ImageDraw
 
 SIZE = 1024
 TAU = 2 * np.pi
-HERO = (668.0, 282.0)  # the eye of the spiral clock, where the light comes from
+HERO = (760.0, 324.0)  # the eye of the spiral clock, where the light comes from
 QUALITY = 87
 LIFT = 0.83  # exponent of the last tone curve: below 1 opens the shadows
 
-# Pockets of deep night, because white text stands there: (x, y, half width, half height).
-QUIET = ((392, 58, 125, 62), (905, 112, 122, 64))
+# Where text stands in front (left, top, right, bottom): white asks for deep night, magenta for dusk,
+# yellow for no full white. With the brightest tone, and the width of the soft edge.
+NIGHT = ((303, 40, 462, 88), (817, 97, 968, 150))
+SHADES = ((*NIGHT[0], 0.015, 26), (*NIGHT[1], 0.015, 26),
+          (90, 508, 710, 562, 0.17, 64), (90, 314, 935, 384, 3.0, 50))
+BEAM = 4.28  # the great ray that red text stands on: its twisted angle
+BEAM_HALF = 32  # and half of its width, where it is full
 
 NUMERALS = ("III", "IIII", "V", "VI", "VII", "VIII", "IX", "X", "XI", "XII", "I", "II")
 
@@ -162,13 +167,12 @@ def halo(canvas, index, distance, reach, strength):
     canvas.paint(index, canvas.cover(distance - 3.0), 0.0)
 
 
-def pockets(x, y):
-    """1 in the middle of the quiet places, 0 away from them."""
-    total = np.zeros(x.shape, np.float32)
-    for px, py, wide, high in QUIET:
-        far = np.hypot(wrap(x - px) / wide, wrap(y - py) / high)
-        total = np.maximum(total, smoothstep(1.65, 0.55, far))
-    return total
+def within(x, y, box, edge):
+    """1 inside a box (left, top, right, bottom), falling to 0 over `edge` pixels around it."""
+    left, top, right, bottom = box
+    dx = np.abs(wrap(x - (left + right) / 2)) - (right - left) / 2
+    dy = np.abs(wrap(y - (top + bottom) / 2)) - (bottom - top) / 2
+    return smoothstep(edge, 0, np.hypot(np.maximum(dx, 0), np.maximum(dy, 0)))
 
 
 def background(canvas):
@@ -182,12 +186,19 @@ def background(canvas):
     nebula = waves(x, y, [(0.30, 1, 0, 3.9), (0.28, 1, 1, 0.4), (0.22, -1, 2, 5.2),
                           (0.14, 2, 1, 1.0)])
     nebula = np.clip(0.5 + nebula * 0.75, 0, 1)
-    calm = 1 - 0.72 * pockets(x, y)
+    calm = np.ones(x.shape, np.float32)
+    for left, top, right, bottom in NIGHT:
+        far = np.hypot(wrap(x - (left + right) / 2) / (right - left + 46),
+                       wrap(y - (top + bottom) / 2) / (bottom - top + 42)) * 2
+        calm = np.minimum(calm, smoothstep(0.9, 2.6, far))
 
     # Rays: bundles of lines that run outward and swell inside each ray.
     twist = angle + 0.55 * np.log(np.maximum(r, 30) / 100)
     reach = 455 + 45 * np.sin(twist * 5 + 1.0) * np.cos(twist * 2)
     fade = smoothstep(reach, reach - 190, r)
+    beam = smoothstep(BEAM_HALF + 88, BEAM_HALF, r * np.abs(fold(twist, 1, BEAM)))
+    beam *= smoothstep(514, 470, r + 12 * np.sin(twist * 31)) * calm
+    fade = np.maximum(fade, beam)
     ray = smoothstep(0.12, 0.85, 0.5 + 0.5 * np.cos(twist * 18))
     glow = smoothstep(512, 230, r)
     canvas.tone[:] = (0.115 + 0.055 * nebula + 0.12 * glow * (0.4 + 0.6 * ray)) * calm
@@ -207,26 +218,31 @@ def background(canvas):
     misty = np.maximum(river, frayed * smoothstep(330, 420, r) * smoothstep(505, 420, r))
 
     weight = 1.7 + 4.6 * nebula ** 1.4
-    weight *= smoothstep(0.10, 0.0, fade) * smoothstep(0.42, 0.12, misty)
-    canvas.paint(everything, canvas.lines(phase, weight), (0.32 + 0.20 * nebula) * calm)
+    weight *= smoothstep(0.10, 0.0, fade) * smoothstep(0.42, 0.12, misty) * calm
+    canvas.paint(everything, canvas.lines(phase, weight), 0.32 + 0.20 * nebula)
 
     width = np.maximum(r, 1) * TAU / 126 * 0.60 * fade * (0.16 + 0.84 * ray)
-    width *= smoothstep(0.55, 0.15, misty)
-    shine = (0.30 + 0.44 * fade) * calm
-    canvas.paint(everything, canvas.lines(twist * (126 / TAU), np.minimum(width, 10)), shine)
+    width *= smoothstep(0.55, 0.15, misty) * calm
+    shine = 0.30 + 0.44 * fade
+    # The great ray: there the lines swell until they nearly meet.
+    width = np.minimum(width, 10)
+    width += (np.maximum(r, 1) * TAU / 126 * 0.75 - width) * beam
+    shine += (0.87 - shine) * beam
+    canvas.tone[:] += (0.58 - canvas.tone) * beam ** 3
+    canvas.paint(everything, canvas.lines(twist * (126 / TAU), width), shine)
 
     # Halftone: 45 degrees, pitch 9 pixels.
     dots = 80
     u = (x + y) * (dots / SIZE)
     v = (x - y) * (dots / SIZE)
     off = np.hypot(u - np.round(u), v - np.round(v)) * SIZE / (dots * np.sqrt(2))
-    size = smoothstep(0.22, 1.0, misty) * 4.3
-    canvas.paint(everything, canvas.cover(off - size) * (size > 0.4), 0.50 * calm)
+    size = smoothstep(0.22, 1.0, misty * calm * (1 - beam)) * 4.3
+    canvas.paint(everything, canvas.cover(off - size) * (size > 0.4), 0.50)
 
 
 def gear(canvas, centre, radius, teeth, spokes, turn, brightness, curve=0.0):
     """A toothed wheel: ink outline, rim engraved in circles, bent spokes, open between them."""
-    index, dx, dy = canvas.window(centre, radius * 1.25 + 40)
+    index, dx, dy = canvas.window(centre, radius * 1.25 + 90)
     r = np.hypot(dx, dy)
     angle = np.arctan2(dy, dx)
     pitch = TAU * radius / teeth
@@ -283,7 +299,7 @@ def dial(canvas, centre, radius, turn, twist, squash, brightness, hours, minutes
 
     squash: how flat, along which angle, and how far it sags to one side (-1 to 1).
     """
-    index, dx, dy = canvas.window(centre, radius * 1.3 + 40)
+    index, dx, dy = canvas.window(centre, radius * 1.3 + 90)
     # Bent as a whole: pressed along one direction and drawn out where it leans.
     lean = squash[1]
     px = dx * np.cos(lean) + dy * np.sin(lean)
@@ -297,7 +313,7 @@ def dial(canvas, centre, radius, turn, twist, squash, brightness, hours, minutes
     lx, ly = wrap(HERO[0] - centre[0]), wrap(HERO[1] - centre[1])
     lit = 0.5 + 0.5 * np.cos(raw - np.arctan2(ly, lx))
     edge = r - radius
-    halo(canvas, index, edge, 20, 0.8)
+    halo(canvas, index, edge, 12, 0.8)
     inside = canvas.cover(edge)
     canvas.paint(index, inside, 0.10 + 0.06 * lit)
 
@@ -334,7 +350,7 @@ def dial(canvas, centre, radius, turn, twist, squash, brightness, hours, minutes
 def spiralClock(canvas):
     """The hero: one endless dial that winds into its own eye, twelve hours to each turn."""
     growth = 1.95  # radius of a turn against that of the next one in
-    outer = 318.0
+    outer = 246.0
     index, dx, dy = canvas.window(HERO, SIZE)
     r = np.maximum(np.hypot(dx, dy), 1)
     raw = np.arctan2(dy, dx)
@@ -393,19 +409,28 @@ def spiralClock(canvas):
 
     eye = smoothstep(40, 4, r)
     canvas.paint(index, eye, 0.92)
-    hand(canvas, index, dx, dy, -2.25, 150, 9, 0.5, 0.90)
-    hand(canvas, index, dx, dy, -0.66, 236, 8, -0.42, 0.96)
+    hand(canvas, index, dx, dy, -2.25, 116, 7.5, 0.5, 0.90)
+    hand(canvas, index, dx, dy, -0.66, 184, 7, -0.42, 0.96)
 
 
 def stars(canvas):
     """A few four-pointed stars in the open night."""
-    for x, y, size in ((60, 60, 15), (266, 34, 10), (395, 330, 9), (980, 470, 12), (30, 330, 8),
+    for x, y, size in ((60, 60, 15), (266, 34, 10), (395, 330, 9), (990, 610, 12), (30, 330, 8),
                        (948, 60, 9), (470, 660, 14), (900, 760, 10), (90, 760, 9), (560, 960, 8)):
         index, dx, dy = canvas.window((x, y), 40)
         ax, ay = np.abs(dx), np.abs(dy)
         shape = (np.sqrt(ax) + np.sqrt(ay) - np.sqrt(size)) * np.sqrt(size) * 0.6
         halo(canvas, index, np.hypot(dx, dy) - size * 0.4, 6, 0.7)
         canvas.paint(index, canvas.cover(shape), 0.88)
+
+
+def shade(tone):
+    """Holds the tones behind text below their limits; what is dark anyway stays as it is."""
+    axis = np.arange(SIZE) + 0.5
+    for *box, limit, edge in SHADES:
+        held = limit * (1 - np.exp(-tone / limit))
+        tone = tone + (held - tone) * within(axis[None, :], axis[:, None], box, edge)
+    return tone
 
 
 def draw(scale):
@@ -417,11 +442,11 @@ def draw(scale):
     gear(canvas, (620, 800), 150, 30, 7, 0.0, 0.75, 0.8)
     gear(canvas, (850, 905), 92, 18, 5, 0.12, 0.8, -0.8)
     spiralClock(canvas)
-    dial(canvas, (172, 172), 118, -0.5, 0.7, (1.12, 0.5, 1.0), 0.9, 2.6, -0.7)
+    dial(canvas, (150, 178), 116, -0.5, 0.7, (1.12, 0.5, 1.0), 0.9, 2.6, -0.7)
     dial(canvas, (150, 690), 105, 0.4, -0.8, (1.15, 2.4, -1.0), 0.8, 1.2, -2.0)
     gear(canvas, (205, 360), 54, 12, 4, 0.15, 0.9, 0.6)
     tone = canvas.tone.reshape(SIZE, scale, SIZE, scale).mean(axis=(1, 3))
-    return np.clip(tone, 0, 1) ** LIFT
+    return shade(np.clip(tone, 0, 1) ** LIFT)
 
 
 def main():

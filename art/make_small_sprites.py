@@ -13,9 +13,9 @@ from pictures import clear, fromRows, savePng, spritesFolder
 scale = 16  # drawn this many times larger, then reduced with a box filter
 
 cloudSize = (132, 68)
-cloudInk = 128  # alpha of the outline
-cloudBody = 92
-cloudShade = 40  # alpha of the body between the dots of the shaded underside
+cloudInk = 120  # alpha of the outline
+cloudBody = 52
+cloudShade = 20  # alpha of the body between the dots of the shaded underside
 # Puffs: centre x, centre y, radius, in pixels. The underside is cut flat at cloudBase.
 cloudPuffs = [(17, 50, 13), (34, 38, 18), (62, 28, 25), (91, 35, 20), (113, 47, 16)]
 cloudBase = 63

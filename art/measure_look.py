@@ -1,0 +1,181 @@
+#!/usr/bin/python3
+# SPDX-License-Identifier: Zlib
+"""measure_look.py: can the runner be seen and the text be read everywhere?
+
+Prints contrast ratios after WCAG 2 (1 to 21, from relative luminance), from the shipped pictures
+and the colours that the game paints behind them:
+
+  sky     mean tone (a quarter to a third of white), colour, and the step at the repeating edges
+          against the step between any two rows or columns (near 1: no seam)
+  rocks   mean luminance of each look, to tell them apart in grey, and of its lightest pixel; white
+          text (4.5) and the runner's rim (3) against that pixel. The band of the sign is left out
+  runner  of each frame: rim or ink, the better of the two at each place of the outline, against
+          every pixel of every look and of the two skies where it stands. At least 3 everywhere
+  text    against the pixels around its ink: the middle one, and the 5th worst of 100; "best" is
+          what the gradient allows with the best of all skies. 4.5, and where the gradient allows
+          less, nearly that. "cloud" is the middle pixel with the body of a cloud before it
+
+Exit status 1 if a limit is broken.
+"""
+import sys
+
+import numpy as np
+from PIL import Image, ImageDraw, ImageFont
+
+from make_runner import rim
+from make_tiles import readTiles
+from pictures import artFolder, spritesFolder
+
+SCREEN = (1280, 720)
+FONT = artFolder.parent / "data" / "fonts" / "MarsNeedsCunnilingus.ttf"
+LOOKS = {"start": 0, "goal": 1, "flames": 2, "sign": 3, "cavern": 4, "tower": 5}
+FRAMES = [f"run-{i}" for i in range(1, 7)] + ["air-1", "air-2", "air-3", "stand-1", "stand-2",
+                                              "stand-3", "pose"]
+RUNNER = (608, 480, 672, 544)  # where the runner is drawn
+PLAY, EPILOGUE, TITLE = (112, 96, 128), (96, 96, 255), None  # top of the gradient, below it white
+WHITE, BLACK, YELLOW = (255, 255, 255), (0, 0, 0), (255, 255, 0)
+# screen, text, size, x, y, colour, least contrast of the middle pixel
+TEXTS = [(TITLE, "Trapped in a world which was never meant to be", 48, 128, 400, YELLOW, 4.5),
+         (TITLE, "Where nobody even remembers your name", 48, 128, 400, YELLOW, 4.5),
+         (TITLE, "You have only one hope to put right what once", 48, 128, 400, YELLOW, 4.5),
+         (TITLE, "went wrong...", 48, 128, 462, YELLOW, 4.5),
+         (TITLE, "Now go! Run! Tarnwick to the past!", 48, 128, 640, (255, 0, 255), 4.5),
+         (PLAY, "Speed:", 64, 384, 40, WHITE, 4.3),
+         (PLAY, "88mph", 64, 1024, 112, WHITE, 3.5),
+         (EPILOGUE, "No! it's not far enough back...", 64, 24, 400, BLACK, 4.5),
+         (EPILOGUE, "TO BE CONTINUED", 64, 360, 200, (255, 0, 0), 3.8)]
+RIM, TEXT = 3, 4.5
+
+
+def luminance(colour):
+    """Relative luminance, 0 to 1, of bytes (..., 3)."""
+    c = np.asarray(colour, np.float64)[..., :3] / 255
+    linear = np.where(c <= 0.04045, c / 12.92, ((c + 0.055) / 1.055) ** 2.4)
+    return linear @ (0.2126, 0.7152, 0.0722)
+
+
+def contrast(a, b):
+    """Of two luminances."""
+    return (np.maximum(a, b) + 0.05) / (np.minimum(a, b) + 0.05)
+
+
+def picture(name):
+    return np.asarray(Image.open(spritesFolder / name).convert("RGBA"), np.float64)
+
+
+def gradient(top):
+    """What the screen shows before the sky is added, 720 by 1280 by 3."""
+    y = (np.arange(SCREEN[1]) + 0.5)[:, None]
+    if top is TITLE:
+        rows = np.maximum(y - 480, 0) / 800 * 64 * np.ones(3)
+    else:
+        rows = np.array(top) + (255 - np.array(top)) * y / SCREEN[1]
+    return np.repeat(rows[:, None], SCREEN[0], axis=1)
+
+
+def backdrop(top, sky):
+    """The same with the sky, enlarged to the width of the screen and added at half strength."""
+    large = sky.resize((SCREEN[0], SCREEN[0]), Image.Resampling.BILINEAR)
+    return np.minimum(gradient(top) + np.asarray(large, np.float64)[:SCREEN[1]] * 0.5, 255)
+
+
+def measureSky(sky):
+    tone = np.asarray(sky, np.float64)
+    grey = tone[..., 0] / 255
+    colour = np.ptp(tone, axis=2).max()
+    seams = [np.abs(np.diff(grey, axis=axis, append=grey.take([0], axis))).mean(axis=1 - axis)
+             for axis in (0, 1)]
+    steps = [float(s[-1] / s[:-1].mean()) for s in seams]
+    print(f"sky      mean {grey.mean():.3f}  colour {colour:.0f}"
+          f"  edges {steps[0]:.2f} {steps[1]:.2f}")
+    good = 0.25 <= grey.mean() <= 0.334 and colour == 0 and max(steps) < 1.5
+    return [] if good else ["sky"]
+
+
+def measureRocks(looks):
+    broken = []
+    for name, cell in looks.items():
+        lightest = luminance(cell).max()
+        white, runner = contrast(1, lightest), contrast(luminance(rim), lightest)
+        print(f"rock     {name:8s} mean {luminance(cell).mean():.3f}  lightest {lightest:.3f}"
+              f"  text {white:5.2f}  rim {runner:5.2f}")
+        if white < TEXT or runner < RIM:
+            broken.append(name)
+    return broken
+
+
+def outlineContrasts(figure, behind):
+    """The worst contrast at each place of a figure's outline with any luminance of `behind`."""
+    opaque = np.pad(figure[..., 3] > 0, 1)
+    light = np.pad(luminance(figure), 1)
+    outside = np.pad(figure[..., 3] == 0, 1)  # what touches the edge of the picture stands there
+    worst = []
+    for y, x in zip(*np.nonzero(opaque)):
+        if not (outside[y - 1, x] or outside[y + 1, x] or outside[y, x - 1] or outside[y, x + 1]):
+            continue
+        near = light[y - 1:y + 2, x - 1:x + 2][opaque[y - 1:y + 2, x - 1:x + 2]]
+        worst.append(contrast(near[:, None], behind[None, :]).max(axis=0).min())
+    return np.array(worst)
+
+
+def measureRunner(looks, skies):
+    left, top, right, bottom = RUNNER
+    places = dict(looks)
+    places.update({name: sky[top:bottom, left:right] for name, sky in skies.items()})
+    places = {name: np.unique(np.round(luminance(p), 4)) for name, p in places.items()}
+    broken = []
+    print("runner          ", *(f"{name:>8s}" for name in places))
+    for frame in FRAMES:
+        figure = picture(f"runner-{frame}.png")
+        worst = [outlineContrasts(figure, behind).min() for behind in places.values()]
+        print(f"runner   {frame:8s}", *(f"{value:8.2f}" for value in worst))
+        if min(worst) < RIM:
+            broken.append(frame)
+    return broken
+
+
+def surroundings(text, size, x, y):
+    """A mask of the pixels up to 4 from the ink of a text, the ink itself left out."""
+    ink = Image.new("L", SCREEN)
+    ImageDraw.Draw(ink).text((x, y), text, 255, ImageFont.truetype(str(FONT), size))
+    ink = np.asarray(ink) > 0
+    wide = ink.copy()
+    for _ in range(4):
+        wide[1:-1, 1:-1] |= wide[:-2, 1:-1] | wide[2:, 1:-1] | wide[1:-1, :-2] | wide[1:-1, 2:]
+    return wide & ~ink
+
+
+def measureTexts(sky):
+    broken = []
+    alphas = picture("cloud.png")[..., 3]
+    veil = np.median(alphas[alphas > 0]) / 255
+    for top, text, size, x, y, colour, least in TEXTS:
+        mask = surroundings(text, size, x, y)
+        ink = luminance(colour)
+        pixels = backdrop(top, sky)[mask]
+        ratios = contrast(ink, luminance(pixels))
+        black, white = (luminance(np.minimum(gradient(top)[mask] + add, 255)) for add in (0, 127.5))
+        best = np.median(np.maximum(contrast(ink, black), contrast(ink, white)))
+        middle, low = np.median(ratios), np.quantile(ratios, 0.05)
+        clouded = np.median(contrast(ink, luminance(pixels + (255 - pixels) * veil)))
+        cloud = "" if top is TITLE else f"  cloud {clouded:5.2f}"
+        print(f"text     {middle:5.2f}  low {low:5.2f}  best {best:5.2f}{cloud}  {text}")
+        if middle < least or (least == TEXT and low < TEXT):
+            broken.append(text)
+    return broken
+
+
+def main():
+    sky = Image.open(spritesFolder / "sky.jpg").convert("RGB")
+    cells = readTiles(artFolder / "tiles.txt")
+    looks = {name: np.asarray(cells[place, 0].convert("RGB")) for name, place in LOOKS.items()}
+    skies = {"play": backdrop(PLAY, sky), "epilogue": backdrop(EPILOGUE, sky)}
+    rocks = {name: look for name, look in looks.items() if name != "sign"}
+    broken = measureSky(sky) + measureRocks(rocks) + measureRunner(looks, skies) + measureTexts(sky)
+    for name in broken:
+        print("not good:", name)
+    return 1 if broken else 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())
