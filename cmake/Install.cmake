@@ -71,7 +71,7 @@ endforeach()
 install(FILES data/levels/tiles.gpl DESTINATION ${dataFolder}/levels COMPONENT game)
 
 # Each tool is installed by the name it is built with, which begins with "tarnwick-".
-foreach(tool render_wav)
+foreach(tool levelcheck render_wav)
     get_target_property(name ${tool} OUTPUT_NAME)
     install(TARGETS ${tool} RUNTIME DESTINATION ${programFolder} COMPONENT tools)
     install_link(bin ${name} ${programFolder}/${name} tools)

@@ -59,8 +59,9 @@ set(CPACK_DEBIAN_TOOLS_DESCRIPTION "Tarnwick Episode: tools for makers of levels
 Levels, voices and tunes of the arcade game Tarnwick Episode are pictures and
 small text files that anybody can change. This package helps those who do.
 .
-tarnwick-render writes a note, a drum or the music of a play to a sound file,
-as the game would play it.")
+tarnwick-levelcheck says what is wrong with a level, and how fast a bot gets
+through it. tarnwick-render writes a note, a drum or the music of a play to a
+sound file, as the game would play it.")
 
 set(CPACK_SOURCE_GENERATOR TGZ)
 set(CPACK_SOURCE_PACKAGE_FILE_NAME tarnwick-${PROJECT_VERSION})
