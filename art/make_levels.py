@@ -1,6 +1,7 @@
 #!/usr/bin/python3
 # SPDX-License-Identifier: Zlib
-"""Makes data/levels/*.png from the descriptions art/levels/*.txt.
+"""Makes data/levels/*.png from the descriptions art/levels/*.txt, and, beside a description that
+names zones, art/levels/*.zones, their list for tools: lines `region|goal NAME X-X Y-Y`.
 
 A level is a picture, one pixel a tile (8-bit RGB, red = green = blue = tile code). A description
 is a list of verbs, one a line, '#' starts a comment. The grid begins as rock; each verb changes it,
@@ -13,6 +14,8 @@ later lines win. Ranges are inclusive: `24-96` are the columns 24 to 96. Row 0 i
   keep X-X Y-Y                  stays open, because text stands there; used by the checks alone
   region NAME LOOK DEEP         what follows belongs to this region. Rock near its open cells gets
                                 the code LOOK, rock further away the code DEEP (both hexadecimal)
+  zone NAME X-X Y-Y             a rectangle of the part of the level that is called NAME
+  goal NAME X-X Y-Y             one of the places where the goal may be reached
   carve X-X Y-Y                 open space
   fill X-X Y-Y [CODE]           rock; with a code its look is fixed
   flame X-X Y-Y                 flames
@@ -24,6 +27,10 @@ later lines win. Ranges are inclusive: `24-96` are the columns 24 to 96. Row 0 i
                                 open space under round arches: ceilings at row CROWN in the middle
                                 of a bay, at row PIER under a pier; piers WIDTH wide, BAY apart,
                                 BAY less WIDTH even
+  hollow X Y,H Y,H ...          open space to both sides of column X: H to each side in row Y
+  disc X Y R                    round open space
+  wheel X Y R N                 a toothed wheel of radius R with N spokes; a bob for N = 0
+  hand X,Y X,Y THICK            a bar of rock between two points, THICK rows thick
   drip X Y H W                  rock hanging from a ceiling at row Y: H rows, W wide, pointed
   mound X Y H W                 rock standing on a floor in row Y: H rows, W wide, pointed
   pipes X-X Y H,H,...           columns of rock, 3 wide, hanging H rows from row Y, lengths in turn
@@ -50,6 +57,10 @@ smallestDepth = 200  # tiles of DEEP in one piece
 border = 12          # tiles of rock on every side of the picture: beyond it nothing is seen
 thinnest = 3         # of a wall or floor between two spaces
 pipeWidth = 3        # width of a hanging column
+rimCode, webCode = 0x00, 0x80  # looks of a wheel: its teeth and spokes, and what lies between
+
+zonesHead = """# SPDX-License-Identifier: Zlib
+# Made by make_levels.py. Columns, rows, inclusive; several lines of one name are one zone."""
 
 
 def span(text):
@@ -73,7 +84,8 @@ def halfWidth(width, row, height):
 class Level:
     """One level while it is being built: `tiles` is rows by columns of tile codes or rock, `owner`
     the index in `regions` of each cell's region, `startPlace` the numbers of the verb `start`,
-    `kept` the spans of the verb `keep`, `steered` whether somebody plays here."""
+    `kept` the spans of the verb `keep`, `zones` the lines for tools, `steered` whether somebody
+    plays here."""
 
     def __init__(self):
         self.tiles = np.zeros((0, 0), np.int16)
@@ -81,6 +93,7 @@ class Level:
         self.regions = []
         self.startPlace = (0, 0, 0, 0)
         self.kept = []
+        self.zones = []
         self.steered = True
 
     def put(self, columns, rows, code):
@@ -122,6 +135,12 @@ class Level:
     def region(self, name, look, deep):
         self.regions.append((name, int(look, 16), int(deep, 16)))
 
+    def zone(self, name, columns, rows):
+        self.zones.append(f"region {name} {columns} {rows}")
+
+    def goal(self, name, columns, rows):
+        self.zones.append(f"goal {name} {columns} {rows}")
+
     def carve(self, columns, rows):
         self.put(span(columns), span(rows), emptyCode)
 
@@ -158,6 +177,50 @@ class Level:
                 across = 2 * middle / (bay - width) - 1  # -1 to 1
                 ceiling -= round((pier - crown) * math.sqrt(1 - across * across))
             self.ceilingColumn(column, ceiling, floor)
+
+    def hollow(self, x, *points):
+        rows, halves = zip(*(point(p) for p in points))
+        for row in range(rows[0], rows[-1] + 1):
+            half = 2 * round(float(np.interp(row, rows, halves)) / 2)  # steps 2 wide: see playFaults
+            self.put((int(x) - half, int(x) + half - 1), (row, row), emptyCode)
+
+    def disc(self, x, y, radius):
+        self.blocks(int(x), int(y), int(radius), lambda away, turn: away <= int(radius), emptyCode)
+
+    def wheel(self, x, y, radius, spokes):
+        x, y, radius, spokes = int(x), int(y), int(radius), int(spokes)
+        teeth = 4 * round(radius / 6.5)
+
+        def body(away, turn):
+            tooth = np.cos(turn * teeth) > -0.1 if spokes else False
+            return (away <= radius - 2) | ((away <= radius + 1.5) & tooth)
+
+        def web(away, turn):
+            if spokes == 0:
+                return away <= radius * 0.4
+            side = np.arcsin(abs(np.sin(turn * spokes / 2))) * 2 / spokes * away
+            return (away <= radius - 5) & (away > radius * 0.35) & (side > 1.9)
+        self.blocks(x, y, radius, body, rimCode)
+        self.blocks(x, y, radius, web, webCode)
+
+    def blocks(self, x, y, radius, inside, code):
+        """Puts a code where inside(distance from x, y; angle) holds, in blocks of 2 by 2 cells.
+        Shapes lose what is narrower than two blocks, for the sake of playFaults."""
+        reach = radius // 2 + 2
+        ys, xs = np.mgrid[-reach:reach, -reach:reach] * 2 + 1
+        mask = inside(np.hypot(xs, ys), np.arctan2(ys, xs))
+        if code in (rimCode, emptyCode):
+            mask = ndimage.binary_opening(mask, np.ones((2, 2)))
+        for row, column in zip(*np.nonzero(mask)):
+            left, top = x + 2 * (column - reach), y + 2 * (row - reach)
+            self.put((left, left + 1), (top, top + 1), code)
+
+    def hand(self, first, last, thick):
+        (x, y), (toX, toY) = point(first), point(last)
+        step = 2 if toX > x else -2
+        for column in range(x, toX, step):
+            row = y + round((toY - y) * (column - x) / (toX - x) / 2) * 2
+            self.put((column, column + 3), (row, row + int(thick) - 1), rimCode)
 
     def drip(self, x, y, height, width):
         self.pointed(int(x), int(y), int(height), int(width), 1)
@@ -220,9 +283,10 @@ class Level:
 
 
 verbs = {verb.__name__: verb for verb in (
-    Level.size, Level.start, Level.scene, Level.keep, Level.region, Level.carve, Level.fill,
-    Level.flame, Level.sign, Level.cave, Level.ground, Level.vault, Level.drip, Level.mound,
-    Level.pipes, Level.island, Level.stair)}
+    Level.size, Level.start, Level.scene, Level.keep, Level.region, Level.zone, Level.goal,
+    Level.carve, Level.fill, Level.flame, Level.sign, Level.cave, Level.ground, Level.vault,
+    Level.hollow, Level.disc, Level.wheel, Level.hand, Level.drip, Level.mound, Level.pipes,
+    Level.island, Level.stair)}
 
 
 def read(path):
@@ -330,6 +394,8 @@ def main():
         if problems:
             bad = True
             continue
+        if level.zones:
+            path.with_suffix(".zones").write_text("\n".join([zonesHead, *level.zones, ""]))
         Image.fromarray(np.repeat(tiles[:, :, None], 3, axis=2), "RGB").save(
             target / f"{path.stem}.png", compress_level=9)
         print(f"{path.stem}: {tiles.shape[1]} x {tiles.shape[0]}, "
