@@ -68,7 +68,8 @@ public:
     // tight (3 x window width x window height bytes).
     virtual std::unique_ptr<std::uint8_t[]> readScreen() = 0;
 
-    // Makes the shader program current (0: none) and sets its parameter.
+    // Makes the shader program current (0: none) and sets its parameter. The shortcuts for opaque
+    // rectangles, gradients and tiles assume that none is: an alpha that a program gives is lost.
     virtual void setShaderParam(std::uint32_t /*program*/, float /*value*/) {}
     // Second texture of drawTexture, drawTextureRegion and drawPolygon until endFrame.
     virtual void setSecondTexture(std::uint32_t /*handle*/) {}

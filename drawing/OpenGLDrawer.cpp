@@ -43,6 +43,23 @@ static void setColourSizes(const SDL_VideoInfo* video) {
     setAttribute(SDL_GL_ALPHA_SIZE, 8, "alpha pixel size to 8");
 }
 
+static void setAttributes(const SDL_VideoInfo* video, std::int32_t multisample) {
+    setColourSizes(video);
+    setAttribute(SDL_GL_DEPTH_SIZE, 16, "depth size to 16");
+    setAttribute(SDL_GL_DOUBLEBUFFER, 1, "double buffering");
+    setAttribute(SDL_GL_SWAP_CONTROL, 1, "vertical sync");
+    if (multisample > 0) {
+        setAttribute(SDL_GL_MULTISAMPLEBUFFERS, 1, "multi sample buffers");
+        setAttribute(SDL_GL_MULTISAMPLESAMPLES, multisample, "multi sample samples");
+    }
+}
+
+// Whether there is anything to open a window on.
+static bool hasScreen() {
+    char driver[16] = "";
+    return SDL_VideoDriverName(driver, sizeof driver) && std::strcmp(driver, "dummy") != 0;
+}
+
 bool OpenGLDrawer::createWindow(std::uint16_t width, std::uint16_t height, bool fullscreen,
                                 std::int32_t multisample) {
     windowWidth = width;
@@ -79,14 +96,7 @@ void OpenGLDrawer::resizeWindow(std::uint16_t width, std::uint16_t height) {
 // Opens the window, if need be with less than was asked for, and takes the size it really got.
 bool OpenGLDrawer::openSurface(bool fullscreen, std::int32_t multisample) {
     const SDL_VideoInfo* video = SDL_GetVideoInfo();
-    setColourSizes(video);
-    setAttribute(SDL_GL_DEPTH_SIZE, 16, "depth size to 16");
-    setAttribute(SDL_GL_DOUBLEBUFFER, 1, "double buffering");
-    setAttribute(SDL_GL_SWAP_CONTROL, 1, "vertical sync");
-    if (multisample > 0) {
-        setAttribute(SDL_GL_MULTISAMPLEBUFFERS, 1, "multi sample buffers");
-        setAttribute(SDL_GL_MULTISAMPLESAMPLES, multisample, "multi sample samples");
-    }
+    setAttributes(video, multisample);
     Uint32 flags = SDL_OPENGL;
     if (fullscreen) {
         flags |= SDL_FULLSCREEN;
@@ -98,17 +108,14 @@ bool OpenGLDrawer::openSurface(bool fullscreen, std::int32_t multisample) {
     const int desktopHeight = video ? video->current_h : 0;
 
     const SDL_Surface* surface = SDL_SetVideoMode(windowWidth, windowHeight, 0, flags);
-    char driver[16] = "";
-    const bool noScreen =
-        !SDL_VideoDriverName(driver, sizeof driver) || std::strcmp(driver, "dummy") == 0;
-    if (!surface && !noScreen && multisample > 0) {
+    if (!surface && multisample > 0 && hasScreen()) {
         std::cout << "OpenGLDrawer: No window with " << multisample << " samples, trying without."
                   << std::endl;
         SDL_GL_SetAttribute(SDL_GL_MULTISAMPLEBUFFERS, 0);
         SDL_GL_SetAttribute(SDL_GL_MULTISAMPLESAMPLES, 0);
         surface = SDL_SetVideoMode(windowWidth, windowHeight, 0, flags);
     }
-    if (!surface && !noScreen && fullscreen) {
+    if (!surface && fullscreen && hasScreen()) {
         std::cout << "OpenGLDrawer: No window of " << windowWidth << " by " << windowHeight
                   << ", trying the desktop's size." << std::endl;
         surface = SDL_SetVideoMode(desktopWidth, desktopHeight, 0, flags);
@@ -185,33 +192,40 @@ void OpenGLDrawer::setPictureViewport() {
     glViewport(viewportX(), viewportY(), viewportWidth(), viewportHeight());
 }
 
+static void attachDepth() {
+    GLuint depth = 0;
+    glGenRenderbuffersEXT(1, &depth);
+    glBindRenderbufferEXT(GL_RENDERBUFFER_EXT, depth);
+    glRenderbufferStorageEXT(GL_RENDERBUFFER_EXT, GL_DEPTH_COMPONENT, offscreenWidth,
+                             offscreenHeight);
+    glFramebufferRenderbufferEXT(GL_FRAMEBUFFER_EXT, GL_DEPTH_ATTACHMENT_EXT, GL_RENDERBUFFER_EXT,
+                                 depth);
+}
+
+static GLuint attachPicture() {
+    GLuint name = 0;
+    glGenTextures(1, &name);
+    glBindTexture(GL_TEXTURE_2D, name);
+    glTexImage2D(GL_TEXTURE_2D, 0, GL_RGBA8, offscreenWidth, offscreenHeight, 0, GL_RGBA,
+                 GL_UNSIGNED_BYTE, nullptr);
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_S, GL_CLAMP_TO_EDGE);
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_T, GL_CLAMP_TO_EDGE);
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, GL_LINEAR);
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, GL_LINEAR);
+    glFramebufferTexture2DEXT(GL_FRAMEBUFFER_EXT, GL_COLOR_ATTACHMENT0_EXT, GL_TEXTURE_2D, name, 0);
+    glBindTexture(GL_TEXTURE_2D, 0);
+    return name;
+}
+
 void OpenGLDrawer::makeFrameBuffer() {
     TextureRecord picture = {0, offscreenWidth, offscreenHeight, 1, 1};
     bool complete = false;
     if (glGenFramebuffersEXT) {
         glGenFramebuffersEXT(1, &frameBuffer);
         glBindFramebufferEXT(GL_FRAMEBUFFER_EXT, frameBuffer);
-
-        GLuint depth = 0;
-        glGenRenderbuffersEXT(1, &depth);
-        glBindRenderbufferEXT(GL_RENDERBUFFER_EXT, depth);
-        glRenderbufferStorageEXT(GL_RENDERBUFFER_EXT, GL_DEPTH_COMPONENT, offscreenWidth,
-                                 offscreenHeight);
-        glFramebufferRenderbufferEXT(GL_FRAMEBUFFER_EXT, GL_DEPTH_ATTACHMENT_EXT,
-                                     GL_RENDERBUFFER_EXT, depth);
-
-        glGenTextures(1, &picture.name);
-        glBindTexture(GL_TEXTURE_2D, picture.name);
-        glTexImage2D(GL_TEXTURE_2D, 0, GL_RGBA8, offscreenWidth, offscreenHeight, 0, GL_RGBA,
-                     GL_UNSIGNED_BYTE, nullptr);
-        glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_S, GL_CLAMP_TO_EDGE);
-        glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_T, GL_CLAMP_TO_EDGE);
-        glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, GL_LINEAR);
-        glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, GL_LINEAR);
-        glFramebufferTexture2DEXT(GL_FRAMEBUFFER_EXT, GL_COLOR_ATTACHMENT0_EXT, GL_TEXTURE_2D,
-                                  picture.name, 0);
+        attachDepth();
+        picture.name = attachPicture();
         complete = glCheckFramebufferStatusEXT(GL_FRAMEBUFFER_EXT) == GL_FRAMEBUFFER_COMPLETE_EXT;
-        glBindTexture(GL_TEXTURE_2D, 0);
         glBindFramebufferEXT(GL_FRAMEBUFFER_EXT, 0);
     }
     offscreenHandle = registerTexture(picture);

@@ -37,20 +37,17 @@ static std::string readText(const std::string& path) {
 std::uint32_t OpenGLDrawer::createShader(const std::string& vertexFile,
                                          const std::string& fragmentFile) {
     if (!hasContext || !shaderSupport) return 0;
-    const GLhandleARB vertexShader = shaderCalls.createShaderObject(GL_VERTEX_SHADER_ARB);
-    const GLhandleARB fragmentShader = shaderCalls.createShaderObject(GL_FRAGMENT_SHADER_ARB);
-    const std::string vertexText = readText(vertexFile);
-    const std::string fragmentText = readText(fragmentFile);
-    const char* vertexSource = vertexText.c_str();
-    const char* fragmentSource = fragmentText.c_str();
-    shaderCalls.shaderSource(vertexShader, 1, &vertexSource, nullptr);
-    shaderCalls.shaderSource(fragmentShader, 1, &fragmentSource, nullptr);
-    shaderCalls.compileShader(vertexShader);
-    shaderCalls.compileShader(fragmentShader);
-
+    const auto compile = [this](GLenum kind, const std::string& file) {
+        const GLhandleARB shader = shaderCalls.createShaderObject(kind);
+        const std::string text = readText(file);
+        const char* source = text.c_str();
+        shaderCalls.shaderSource(shader, 1, &source, nullptr);
+        shaderCalls.compileShader(shader);
+        return shader;
+    };
     const GLhandleARB program = shaderCalls.createProgramObject();
-    shaderCalls.attachObject(program, vertexShader);
-    shaderCalls.attachObject(program, fragmentShader);
+    shaderCalls.attachObject(program, compile(GL_VERTEX_SHADER_ARB, vertexFile));
+    shaderCalls.attachObject(program, compile(GL_FRAGMENT_SHADER_ARB, fragmentFile));
     shaderCalls.linkProgram(program);
     std::cout << "OpenGLDrawer Shader InfoLog:" << std::endl
               << "----------------------------" << std::endl
@@ -68,16 +65,21 @@ void OpenGLDrawer::setShaderParam(std::uint32_t program, float value) {
     shaderCalls.uniform1f(paramUniform, value);
 }
 
+// The units at the right, the bottom and the top edge of the viewport; 0 is at the left.
+static void setUnits(GLdouble right, GLdouble bottom, GLdouble top) {
+    glMatrixMode(GL_PROJECTION);
+    glLoadIdentity();
+    gluOrtho2D(0, right, bottom, top);
+    glMatrixMode(GL_MODELVIEW);
+}
+
 void OpenGLDrawer::beginOffscreen() {
     if (!hasContext || frameBuffer == 0) return;
     glBindFramebufferEXT(GL_FRAMEBUFFER_EXT, frameBuffer);
     glDrawBuffer(GL_COLOR_ATTACHMENT0_EXT);
-    glMatrixMode(GL_PROJECTION);
-    glLoadIdentity();
     glViewport(0, 0, width, height);
     // Upside down against the window's: textures are painted with their first row at the top.
-    gluOrtho2D(0, width, 0, height);
-    glMatrixMode(GL_MODELVIEW);
+    setUnits(width, 0, height);
 }
 
 void OpenGLDrawer::endOffscreen() {
@@ -106,19 +108,13 @@ void OpenGLDrawer::setViewport(std::int16_t x, std::int16_t y, std::int16_t w, s
     const float bottom =
         viewportH - static_cast<float>(pixelsDown(y) + pixelHeight) + viewportBottom;
     glViewport(static_cast<GLint>(left), static_cast<GLint>(bottom), pixelWidth, pixelHeight);
-    glMatrixMode(GL_PROJECTION);
-    glLoadIdentity();
-    gluOrtho2D(0, w, h, 0);
-    glMatrixMode(GL_MODELVIEW);
+    setUnits(w, h, 0);
 }
 
 void OpenGLDrawer::resetViewport() {
     if (!hasContext) return;
     setPictureViewport();
-    glMatrixMode(GL_PROJECTION);
-    glLoadIdentity();
-    gluOrtho2D(0, width, height, 0);
-    glMatrixMode(GL_MODELVIEW);
+    setUnits(width, height, 0);
 }
 
 std::unique_ptr<std::uint8_t[]> OpenGLDrawer::readScreen() {

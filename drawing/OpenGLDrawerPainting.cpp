@@ -181,14 +181,10 @@ void OpenGLDrawer::drawGlyphText(const std::string& text, float x, float y, floa
             glBindTexture(GL_TEXTURE_2D, glyphs[static_cast<std::size_t>(index)].name);
             glColor4f(r, g, b, a);
             glBegin(GL_QUADS);
-            glTexCoord2f(0, 0);
-            glVertex2f(x, y);
-            glTexCoord2f(1, 0);
-            glVertex2f(x + size, y);
-            glTexCoord2f(1, 1);
-            glVertex2f(x + size, y + size);
-            glTexCoord2f(0, 1);
-            glVertex2f(x, y + size);
+            corner(0, 0, x, y);
+            corner(1, 0, x + size, y);
+            corner(1, 1, x + size, y + size);
+            corner(0, 1, x, y + size);
             glEnd();
             forgetTextureAndColour();
         }

@@ -74,11 +74,7 @@ OpenGLFont::OpenGLFont(const std::string& fileName, float size) {
         return;
     }
     const FontFile file(path.text(), static_cast<int>(size));
-    if (!file.isOpen()) {
-        std::cout << "OpenGLFont: Could not load font: " << fileName << std::endl;
-        return;
-    }
-    valid = buildAtlas(file);
+    valid = file.isOpen() && buildAtlas(file);
     if (!valid) std::cout << "OpenGLFont: Could not load font: " << fileName << std::endl;
 }
 
@@ -97,21 +93,17 @@ bool OpenGLFont::buildAtlas(const FontFile& file) {
     GlyphAtlas atlas(columnsCounted * std::max(linePixels, maxAdvance), columnsUsed * maxAdvance,
                      rowsUsed * rowStep);
 
-    int column = 0;
-    int row = 0;
+    int cell = 0;
     for (const char character : characterSet) {
         const FontFile::Metrics metrics = file.measure(character);
-        const int left = column * maxAdvance;
-        const int top = row * rowStep;
+        const int left = cell % columnsUsed * maxAdvance;
+        const int top = cell / columnsUsed * rowStep;
+        ++cell;
         if (const FontFile::Surface ink = file.render(character)) {
             // The baselines of a row line up.
             atlas.copy(*ink, left, top + maxHeight - metrics.maxY - 1);
         }
         glyphs.push_back(placeGlyph(character, metrics, left, top));
-        if (++column == columnsUsed) {
-            column = 0;
-            ++row;
-        }
     }
     texture = uploadAtlas(atlas);
     atlasSize = atlas.getSize();

@@ -30,14 +30,10 @@ CloudField::CloudField() {
     }
 }
 
-static void loadTexture(OpenGLDrawer& drawer) {
-    drawer.setTextureFiltering(false);
-    cloudTexture = createSpriteTexture(drawer, spriteCloud);
-    drawer.setTextureFiltering(true);
-}
-
 void CloudField::draw(Drawer& drawer, WorldPoint camera) {
-    if (cloudTexture == 0) loadTexture(static_cast<OpenGLDrawer&>(drawer));
+    if (cloudTexture == 0) {
+        cloudTexture = createHardSpriteTexture(static_cast<OpenGLDrawer&>(drawer), spriteCloud);
+    }
     const float viewX = std::max(camera.x * scrollRate - scrollStartX, 0.0f);
     const float viewY = std::max(camera.y * scrollRate - scrollStartY, 0.0f);
     for (Cloud& cloud : clouds) {

@@ -27,20 +27,17 @@ static constexpr std::size_t idleSlot = 10;
 static std::array<std::uint32_t, 14> sprites;
 
 static void loadSprites(OpenGLDrawer& drawer) {
-    drawer.setTextureFiltering(false);
-    for (std::size_t i = 0; i < 6; ++i) {
-        sprites[runSlot + i] = createSpriteTexture(drawer, spriteRunnerRun + i);
-    }
-    for (std::size_t i = 0; i < 3; ++i) {
-        sprites[airSlot + i] = createSpriteTexture(drawer, spriteRunnerAir + i);
-    }
-    for (std::size_t i = 0; i < 3; ++i) {
-        sprites[idleSlot + i] = createSpriteTexture(drawer, spriteRunnerStand + i);
-    }
+    const auto load = [&](std::size_t firstSlot, std::size_t firstSprite, std::size_t count) {
+        for (std::size_t i = 0; i < count; ++i) {
+            sprites[firstSlot + i] = createHardSpriteTexture(drawer, firstSprite + i);
+        }
+    };
+    load(runSlot, spriteRunnerRun, 6);
+    load(airSlot, spriteRunnerAir, 3);
+    load(idleSlot, spriteRunnerStand, 3);
     // The fourth frame of both goes back over the second.
     sprites[airSlot + 3] = sprites[airSlot + 1];
     sprites[idleSlot + 3] = sprites[idleSlot + 1];
-    drawer.setTextureFiltering(true);
 }
 
 void Player::draw(Drawer& drawer) {

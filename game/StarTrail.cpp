@@ -31,14 +31,10 @@ void StarTrail::spawn(WorldPoint position) {
     cooldown = 1;
 }
 
-static void loadTexture(OpenGLDrawer& drawer) {
-    drawer.setTextureFiltering(false);
-    starTexture = createSpriteTexture(drawer, spriteStar);
-    drawer.setTextureFiltering(true);
-}
-
 void StarTrail::draw(Drawer& drawer, WorldPoint camera) {
-    if (starTexture == 0) loadTexture(static_cast<OpenGLDrawer&>(drawer));
+    if (starTexture == 0) {
+        starTexture = createHardSpriteTexture(static_cast<OpenGLDrawer&>(drawer), spriteStar);
+    }
     const float originX = camera.x - cameraColumns;
     const float originY = camera.y - cameraRows;
     for (Star& star : stars) {

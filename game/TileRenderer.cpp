@@ -26,11 +26,9 @@ static std::uint32_t sheetName = 0; // GL name of the sheet
 static std::uint32_t outlineTexture = 0;
 
 static void loadTextures(OpenGLDrawer& drawer) {
-    drawer.setTextureFiltering(false);
-    sheetTexture = createSpriteTexture(drawer, spriteTiles);
+    sheetTexture = createHardSpriteTexture(drawer, spriteTiles);
     if (const TextureRecord* record = drawer.textureRecord(sheetTexture)) sheetName = record->name;
-    outlineTexture = createSpriteTexture(drawer, spriteOutline);
-    drawer.setTextureFiltering(true);
+    outlineTexture = createHardSpriteTexture(drawer, spriteOutline);
 }
 
 // Calls visit(column, row, x, y) for each cell of the window that lies in the grid, row by row

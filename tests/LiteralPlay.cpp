@@ -12,11 +12,9 @@ static std::array<std::uint32_t, 4> rings;
 static void load(OpenGLDrawer& drawer) {
     sky = createSpriteTexture(drawer, spriteSky);
     font = drawer.createFont("MarsNeedsCunnilingus.ttf", 64);
-    drawer.setTextureFiltering(false);
     for (std::size_t i = 0; i < rings.size(); ++i) {
-        rings[i] = createSpriteTexture(drawer, spriteRing + i);
+        rings[i] = createHardSpriteTexture(drawer, spriteRing + i);
     }
-    drawer.setTextureFiltering(true);
 }
 
 void LiteralPlay::draw(OpenGLDrawer& drawer) {

@@ -53,10 +53,8 @@ static void drawBase(OpenGLDrawer& drawer, std::uint8_t code, float x, float y) 
 
 void LiteralTileRenderer::draw(OpenGLDrawer& drawer, const LevelMap& map, WorldPoint camera) {
     if (sheet == 0) {
-        drawer.setTextureFiltering(false);
-        sheet = createSpriteTexture(drawer, spriteTiles);
-        outline = createSpriteTexture(drawer, spriteOutline);
-        drawer.setTextureFiltering(true);
+        sheet = createHardSpriteTexture(drawer, spriteTiles);
+        outline = createHardSpriteTexture(drawer, spriteOutline);
     }
     forEachTileInView(map, camera, [&](std::uint8_t code, float x, float y) {
         if (code == 0xFF || code == 0xE0) return;
