@@ -190,7 +190,7 @@ TEST(Quads, TurnClockwiseAboutAPivotInPixelsOfTheImage) {
     }
 }
 
-TEST(Quads, ShowARegionInFractionsOfTheImage) {
+TEST(Quads, ShowTheImageAndRegionsInFractionsOfItWithoutThePadding) {
     // 12 by 6 pixels in a texture of 16 by 8: the fractions are the image's, not the texture's.
     const std::uint32_t handle = window->makeTexture(12, 6, patchwork, 255, false);
     const Picture picture = paint([&](auto& drawer) {
@@ -199,6 +199,11 @@ TEST(Quads, ShowARegionInFractionsOfTheImage) {
     EXPECT_EQ(picture.ink(), (Picture::Box{50, 60, 50 + 6 * 4, 60 + 3 * 10}));
     EXPECT_TRUE(picture.at(51, 61).isNear(patchwork(3, 3)));
     EXPECT_TRUE(picture.at(50 + 23, 60 + 29).isNear(patchwork(8, 5)));
+    const Picture turned = paint([&](auto& drawer) {
+        drawer.drawTextureRotated(handle, 50, 60, 0, 6, 3, 4, 10, 1, 1, 1, 1);
+    });
+    EXPECT_TRUE(turned.at(51, 61).isNear(patchwork(0, 0)));
+    EXPECT_TRUE(turned.at(50 + 47, 60 + 59).isNear(patchwork(11, 5))) << "so is the whole one";
 }
 
 TEST(Quads, TakeColourAndAlpha) {
