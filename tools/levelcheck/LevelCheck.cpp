@@ -118,13 +118,15 @@ void LevelCheck::checkTraps() {
     for (std::size_t i = 0; i < std::min(ends.size(), Findings::namedPlaces); ++i) {
         const RunnerState& entrance = traps.getEntrances()[i];
         findings.error("the runner gets in and not out again near " +
-                       zones.describe(ends[i].column, ends[i].row) + ": " +
-                       std::to_string(ends[i].count) + " states; the way in begins in " +
+                       zones.describe(ends[i].column, ends[i].row) + "; the way in begins in " +
                        placeText(entrance.column(), entrance.row()));
     }
     if (ends.size() > Findings::namedPlaces) {
         findings.error("and so near " + std::to_string(ends.size() - Findings::namedPlaces) +
                        " other places");
+    }
+    if (traps.count() > 0) {
+        findings.note(std::to_string(traps.count()) + " states lead neither to a goal nor back");
     }
     const Floors floors(map, search);
     findings.addPlaces(zones, floors.getTraps(), true, "floors from which no way leads on near ");

@@ -22,14 +22,15 @@ struct RunnerState {
     float y = 0;
     float vx = 0;
     float vy = 0;
-    std::uint32_t parent = 0;  // the state before the stretch
-    std::uint16_t changes = 0; // of direction, and presses, on the whole way
+    std::uint32_t parent = 0;   // the state before the stretch
+    std::uint16_t changes = 0;  // of direction, and presses, on the whole way
+    std::uint8_t wait : 4 = 0;  // frames until the hand can press again
+    std::uint8_t edges : 4 = 0; // states that were reached from here
     bool kicking : 1 = false;
-    bool winning : 1 = false;                     // a stretch from here reaches the goal
-    std::uint8_t wait : 4 = 0;                    // frames until the hand can press again
-    std::uint8_t edges : 4 = 0;                   // states that were reached from here
-    Input::Direction direction : 2 = Input::none; // the stretch that led here
-    std::uint8_t press : 3 = Stretch::noPress;
+    bool winning : 1 = false;                  // a stretch from here reaches the goal
+    bool resting : 1 = false;                  // a stretch from here leads back here
+    std::uint8_t press : 3 = Stretch::noPress; // the stretch that led here
+    Input::Direction direction : 2 = Input::none;
 
     static RunnerState of(const Player& player);
 
@@ -60,3 +61,4 @@ struct RunnerState {
     // The key in words.
     static const char* resolution();
 };
+static_assert(sizeof(RunnerState) == 24);

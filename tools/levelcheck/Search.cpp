@@ -112,7 +112,10 @@ void Search::arrive(const Player& player, std::uint32_t index, Stretch stretch,
         found = found || listener.arrived(*this, states.size() - 1);
         return;
     }
-    if (known == index) return;
+    if (known == index) {
+        states[index].resting = true;
+        return;
+    }
     addEdge(index, known);
     // Reached in the same time, but more calmly.
     if (known >= layerEnd && state.changes < states[known].changes) states[known] = state;

@@ -48,25 +48,16 @@ private:
     std::vector<bool> free;
 };
 
-// Whether a state is where the runner stays, and not on the way there.
-static bool staysInCell(const Search& search, std::uint32_t state, std::size_t firstEdge) {
-    const StateSet& states = search.getStates();
-    const std::size_t count = states[state].edges;
-    for (std::size_t i = firstEdge; i < firstEdge + count; ++i) {
-        const RunnerState& next = states[search.getEdges()[i]];
-        if (next.column() == states[state].column() && next.row() == states[state].row()) {
-            return true;
-        }
-    }
-    return count == 0;
-}
-
 Traps::Traps(const Search& search) {
     const StateSet& states = search.getStates();
     const Escapes escapes(search);
-    std::size_t edge = 0;
-    for (std::uint32_t i = 0; i < states.size(); edge += states[i++].edges) {
-        if (escapes.isFree(i) || !staysInCell(search, i, edge)) continue;
+    bool anyRest = false;
+    for (std::uint32_t i = 0; i < states.size(); ++i) {
+        trapped += escapes.isFree(i) ? 0 : 1;
+        anyRest = anyRest || (!escapes.isFree(i) && states[i].resting);
+    }
+    for (std::uint32_t i = 0; trapped > 0 && i < states.size(); ++i) {
+        if (escapes.isFree(i) || (anyRest && !states[i].resting)) continue;
         const std::size_t known = ends.all().size();
         ends.add(states[i].column(), states[i].row());
         if (ends.all().size() == known) continue;
