@@ -81,12 +81,18 @@ static void runScene(const CommandLine& line, const LoadedImage& picture, Findin
 }
 
 // The run that was asked for, or none.
-static Inputs findRun(const CommandLine& line, const Zones& zones, const LevelCheck& check) {
+static Inputs findRun(const CommandLine& line, const Zones& zones, const LevelCheck& check,
+                      Findings& findings) {
     const std::string goal = line.get("--to", "");
     const auto through = readThrough(zones, line.get("--through", ""));
     if (through.empty()) return check.runTo(goal);
-    return calmed(check.getMap(),
-                  BotWay(check.getMap(), zones, LevelCheck::mostStates).find(through, goal));
+    const BotWay way(check.getMap(), zones, LevelCheck::mostStates);
+    try {
+        return calmed(check.getMap(), way.find(through, goal));
+    } catch (const BotWay::Unreached& unreached) {
+        findings.error(unreached.what());
+        return {};
+    }
 }
 
 static void runPlay(const CommandLine& line, const Zones& zones, const LoadedImage& picture,
@@ -94,7 +100,7 @@ static void runPlay(const CommandLine& line, const Zones& zones, const LoadedIma
     LevelCheck check(picture, zones, findings, std::cout);
     check.run();
     if (!line.has("--script") && !line.has("--picture")) return;
-    const Inputs inputs = findRun(line, zones, check);
+    const Inputs inputs = findRun(line, zones, check, findings);
     if (line.has("--picture")) {
         writePicture(line.get("--picture", ""), check.getMap(), inputs);
     }
