@@ -23,9 +23,7 @@ public:
     }
 
     // Adds all voices, in order, to `frames` stereo frames (2 x frames floats, interleaved).
-    void render(float* output, std::int32_t frames) {
-        Voice::renderAll(voices, output, frames);
-    }
+    void render(float* output, std::int32_t frames) { Voice::renderAll(voices, output, frames); }
 
     // Reads a patch file into all voices. A file that does not fit prints a line, and the voices
     // keep what they have.
