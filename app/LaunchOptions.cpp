@@ -24,8 +24,7 @@ static constexpr const char* help =
     "--nosound | -ns:\t\tSwitches off the sound output.\n"
     "--nomusic | -nm:\t\tSwitches off the background music.\n"
     "--audio-api [name] | -aa [name]:\t\tSets the audio API to use.  Can be DirectSound, ASIO, "
-    "MME, "
-    "ALSA, JACK, OSS, CoreAudio.\n"
+    "MME, ALSA, JACK, OSS, CoreAudio.\n"
     "--help:\t\t\t\tDisplay this help.";
 
 static constexpr std::int32_t leastAntialiasing = 2; // samples, once it is asked for

@@ -7,9 +7,11 @@
 #include <vector>
 
 #include "app/Application.h"
+#include "platform/Platform.h"
 
 // SDL.h renames main for platforms whose SDL brings an entry function of its own; here it stays.
 int main(int argc, char* argv[]) {
+    Platform::openStandardStreams();
     // A start-up that fails half-way leaves SDL open.
     std::atexit(SDL_Quit);
     const std::vector<std::string> arguments(argv + (argc > 0 ? 1 : 0), argv + argc);

@@ -8,8 +8,8 @@
 
 // The few services of the operating system that the game needs. There is one header and one
 // source file a platform, chosen by the build. No operation throws or prints; each may be called
-// from any thread, but setEnvironment and QuietStandardError, which change the whole process, only
-// before a second thread of the game runs.
+// from any thread, but openStandardStreams, setEnvironment and QuietStandardError, which change the
+// whole process, only before a second thread of the game runs.
 class Platform {
 public:
     // special: a pipe or a device, of which reading may never come to an end.
@@ -56,6 +56,10 @@ public:
 
     // Sets an environment variable for this process and its libraries.
     static void setEnvironment(const std::string& name, const std::string& value);
+
+    // Opens what is closed of standard input, output and error, with nothing behind it. Otherwise
+    // the next thing that is opened, the way to the screen perhaps, would get what is printed.
+    static void openStandardStreams();
 
     // While it lives, what anybody in this process writes to standard error goes nowhere; then
     // standard error is again what it was. If the system cannot turn it away it stays as it is.

@@ -121,6 +121,14 @@ void Platform::setEnvironment(const std::string& name, const std::string& value)
     setenv(name.c_str(), value.c_str(), 1);
 }
 
+void Platform::openStandardStreams() {
+    int opened = -1; // of the free descriptors each call gives the lowest
+    do {
+        opened = open("/dev/null", O_RDWR);
+    } while (opened >= 0 && opened <= STDERR_FILENO);
+    if (opened >= 0) close(opened);
+}
+
 Platform::QuietStandardError::QuietStandardError() {
     const int copy = fcntl(STDERR_FILENO, F_DUPFD_CLOEXEC, STDERR_FILENO + 1);
     if (copy < 0) return;
