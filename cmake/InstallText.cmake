@@ -5,7 +5,10 @@
 include(${SOURCE}/cmake/SourceDate.cmake)
 string(TIMESTAMP DATE "%Y-%m-%d" UTC)
 string(TIMESTAMP MAIL_DATE "%a, %d %b %Y %H:%M:%S +0000" UTC)
-set(PREFIX ${CMAKE_INSTALL_PREFIX})
+set(PREFIX ${CMAKE_INSTALL_PREFIX}) # empty for the root
+if("${PREFIX}" MATCHES "^[^/]")
+    get_filename_component(PREFIX ${PREFIX} ABSOLUTE) # for texts that are read elsewhere
+endif()
 
 # A licence as a field of a Debian copyright file: a blank before each line, a dot on empty ones.
 foreach(licence CC-BY-4.0 OFL-1.1 Zlib)
