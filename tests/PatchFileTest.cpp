@@ -59,6 +59,9 @@ TEST_F(PatchFileTest, ReadsAValueALine) {
     EXPECT_EQ(printed.str(), "");
     EXPECT_EQ(read(head + "}"), Values());
     EXPECT_EQ(printed.str(), "") << "few values are no fault";
+    EXPECT_EQ(read(std::string(22, '\n') + std::string(25, ' ') + "13;\n\n{\n1f,\n"),
+              Values({{0, 1.0f}}))
+        << "columns count";
 }
 
 TEST_F(PatchFileTest, AFileThatDoesNotFitIsRefusedWithALine) {
