@@ -9,6 +9,7 @@
 
 void GlStandIn::start() {
     setenv("SDL_VIDEODRIVER", "dummy", 1);
+    setenv("XDG_CONFIG_HOME", "/dev/null", 1); // nothing is there or can be made there
 }
 
 static void count() {

@@ -8,7 +8,8 @@
 // always opens, at the size asked for, with the driver features that the game needs and no others;
 // every GL call counts itself and does nothing. The clock stands still but for the waits, which
 // take no time. So the real application runs without a display, and what it costs is its own. SDL
-// must run on its driver without a screen (SDL_VIDEODRIVER=dummy), which `start` sees to.
+// must run on its driver without a screen (SDL_VIDEODRIVER=dummy), and nobody's settings may be
+// touched; `start` sees to both.
 struct GlStandIn {
     static inline std::uint64_t calls = 0;          // of GL so far
     static inline std::uint32_t swaps = 0;          // frames shown so far

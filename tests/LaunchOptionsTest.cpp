@@ -15,8 +15,8 @@ protected:
     using Arguments = std::vector<std::string>;
 
     LaunchOptionsTest() {
-        unsetenv("DISPLAY"); // the screen then counts as 1024 by 768
-        setenv("XDG_CONFIG_HOME", (testing::TempDir() + "LaunchOptionsTest").c_str(), 1);
+        unsetenv("DISPLAY");                       // the screen then counts as 1024 by 768
+        setenv("XDG_CONFIG_HOME", "/dev/null", 1); // no file is there or can be made there
     }
 
     // Settings that differ from everything that stands without any.
