@@ -6,9 +6,10 @@
 #include <string>
 
 // The per-user settings. Building the record reads the file "Corvale.conf" in the folder "Corvale"
-// of the user's application data, and makes both if they are missing; an existing file is never
-// changed. A file is lines of a key, a blank and a value, 127 characters at most each; what does
-// not parse leaves its default. Main thread, at start-up; it prints what it makes or cannot make.
+// of the user's application data, and makes both if they are missing; a file that can be read is
+// never changed. A file is lines of a key, a blank and a value, 127 characters at most each; what
+// does not parse leaves its default. Main thread, at start-up; it prints what it makes or cannot
+// make.
 struct Settings {
     Settings();
 
