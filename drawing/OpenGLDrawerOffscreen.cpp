@@ -45,9 +45,11 @@ std::uint32_t OpenGLDrawer::createShader(const std::string& vertexFile,
         shaderCalls.compileShader(shader);
         return shader;
     };
+    const GLhandleARB vertexShader = compile(GL_VERTEX_SHADER_ARB, vertexFile);
+    const GLhandleARB fragmentShader = compile(GL_FRAGMENT_SHADER_ARB, fragmentFile);
     const GLhandleARB program = shaderCalls.createProgramObject();
-    shaderCalls.attachObject(program, compile(GL_VERTEX_SHADER_ARB, vertexFile));
-    shaderCalls.attachObject(program, compile(GL_FRAGMENT_SHADER_ARB, fragmentFile));
+    shaderCalls.attachObject(program, vertexShader);
+    shaderCalls.attachObject(program, fragmentShader);
     shaderCalls.linkProgram(program);
     std::cout << "OpenGLDrawer Shader InfoLog:" << std::endl
               << "----------------------------" << std::endl
