@@ -17,7 +17,7 @@ void VoiceKernel::render(std::span<SimpleSynth> voices, float* output, std::int3
     while (!voices.empty()) {
         const auto some = voices.first(std::min(voices.size(), mostVoices));
         voices = voices.subspan(some.size());
-        // Looked at once: a note that the other thread starts meanwhile begins in the next buffer.
+        // A note that the other thread starts on another voice meanwhile begins in the next buffer.
         std::array<SimpleSynth*, mostVoices> sounding;
         std::size_t count = 0;
         for (SimpleSynth& voice : some) {
@@ -81,7 +81,8 @@ void VoiceKernel::renderBlock(std::span<SimpleSynth* const> voices, float* outpu
 // May say no to a voice that is steady by a hair: the bits are the same either way.
 bool VoiceKernel::isSteady(const SimpleSynth& voice, std::size_t frames) {
     constexpr float highest = SimpleSynth::sampleRate; // hertz; there a sample is a whole row
-    if (voice.waiting) return false;
+    // It may have ended in this buffer; then the other thread may be writing the next note into it.
+    if (!voice.isActive() || voice.waiting) return false;
     if (!(voice.frequency1 >= 0 && voice.frequency1 <= highest)) return false;
     if (!(voice.frequency2 >= 0 && voice.frequency2 <= highest)) return false;
     const float end =

@@ -12,6 +12,7 @@
 #include "game/PlayMusic.h"
 #include "game/SharedValue.h"
 #include "sound/AudioSingleton.h"
+#include "sound/SimpleSynth.h"
 
 class AudioThreadsTest : public testing::Test {
 protected:
@@ -105,4 +106,25 @@ TEST_F(AudioThreadsTest, NoBarEventOutlivesThePlay) {
     int seconds = 0;
     while (!isSilent() && seconds < 20) ++seconds;
     EXPECT_TRUE(isSilent() && isSilent()); // a whole bar
+}
+
+// The thumps of two pages: the second takes voices that end in the midst of the buffer.
+TEST(VoiceThreadsTest, ANoteMayStartOnAVoiceThatHasJustEnded) {
+    std::vector<SimpleSynth> voices(8);
+    for (SimpleSynth& voice : voices) voice.setParameter("noteLength", 0.01f, true);
+    std::atomic<bool> quit = false;
+    std::thread audioThread([&] {
+        constexpr std::int32_t frames = 1024; // a note is shorter
+        std::vector<float> output(2 * frames);
+        while (!quit) SimpleSynth::renderAll(voices, output.data(), frames);
+    });
+    for (int notes = 0; notes < 1000;) {
+        for (SimpleSynth& voice : voices) {
+            if (voice.isActive()) continue;
+            voice.noteOn(220, 0);
+            ++notes;
+        }
+    }
+    quit = true;
+    audioThread.join();
 }
