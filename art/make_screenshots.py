@@ -1,0 +1,86 @@
+#!/usr/bin/python3
+# SPDX-License-Identifier: Zlib
+"""make_screenshots.py BUILD_FOLDER: makes the pictures of docs/pictures from the game itself.
+
+Runs the replay tool of a release build on the title in its own time, on the run that wins
+(tests/replays/goal.txt) and on the fall into the well, and the level checker. The frames stand
+below; after a new run, look for better ones: tools/with_display BUILD_FOLDER/replay --script
+tests/replays/goal.txt --pictures FOLDER --every 30. It takes a few minutes."""
+
+import pathlib
+import subprocess
+import sys
+import tempfile
+
+from PIL import Image
+
+from pictures import artFolder, savePng
+
+root = artFolder.parent
+folder = root / "docs" / "pictures"
+
+titleFrame = 600
+shots = {"play": 5764, "fire": 454}
+# The film: hall, fire, launcher, wells, cavern, tower, wheels, hourglass, great hall, chimney,
+# vortex, and the end.
+filmFrames = [310, 442, 1180, 1550, 2200, 2740, 4040, 4780, 5380, 5772, 5836, 6290]
+filmColumns = 3
+# What teaches: run, jump, first kick, danger, the fire's throw, chained kicks; in the fall a kick
+# comes from the other run.
+teachingFrames = [58, 178, 298, 442, 1180, 1650]
+fallFrame = 3944
+teachingColumns = 3
+still = (480, 270)
+mapSize = (1024, 2048)
+
+
+def replay(build, script, frames, into):
+    subprocess.run(
+        [root / "tools" / "with_display", build / "replay", "--script", script, "--pictures", into,
+         "--frames", ",".join(map(str, sorted(set(frames))))],
+        check=True, stdout=subprocess.DEVNULL)
+    return {frame: Image.open(into / f"{frame:06}.png").convert("RGB") for frame in frames}
+
+
+def makeSheet(pictures, columns):
+    rows = -(-len(pictures) // columns)
+    sheet = Image.new("RGB", (still[0] * columns, still[1] * rows), (255, 255, 255))
+    for i, picture in enumerate(pictures):
+        place = (i % columns * still[0], i // columns * still[1])
+        sheet.paste(picture.resize(still, Image.LANCZOS), place)
+    return sheet
+
+
+def makeMap(build, into):
+    subprocess.run(
+        [build / "tarnwick-levelcheck", root / "data" / "levels" / "episode1.png", "--zones",
+         artFolder / "levels" / "episode1.zones", "--through", "hourglass", "--to", "chimney",
+         "--picture", into],
+        check=True, stdout=subprocess.DEVNULL)
+    return Image.open(into).convert("RGB").resize(mapSize, Image.BOX)
+
+
+def main(build):
+    with tempfile.TemporaryDirectory() as name:
+        scratch = pathlib.Path(name)
+        story = scratch / "story.txt"
+        story.write_text(f"{titleFrame + 1} end\n")
+        title = replay(build, story, [titleFrame], scratch / "title")[titleFrame]
+        replays = root / "tests" / "replays"
+        run = replay(build, replays / "goal.txt",
+                     [*shots.values(), *filmFrames, *teachingFrames], scratch / "run")
+        fall = replay(build, replays / "well.txt", [fallFrame], scratch / "fall")[fallFrame]
+        savePng(title, folder / "title.png")
+        for shot, frame in shots.items():
+            savePng(run[frame], folder / f"{shot}.png")
+        film = [run[frame] for frame in filmFrames]
+        savePng(makeSheet(film, filmColumns), folder / "film.png")
+        teaching = [run[frame] for frame in teachingFrames] + [fall]
+        savePng(makeSheet(teaching, teachingColumns), folder / "teaching.png")
+        savePng(makeMap(build, scratch / "map.png"), folder / "level.png")
+
+
+if __name__ == "__main__":
+    if len(sys.argv) != 2:
+        sys.exit(__doc__)
+    main(pathlib.Path(sys.argv[1]).resolve())
