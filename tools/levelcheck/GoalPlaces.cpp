@@ -26,7 +26,7 @@ void GoalPlaces::goalReached(const Search& search, std::uint32_t state, Stretch 
     const Cell cell{row, column};
     if (outside.count(cell) > 0) return;
     if (isLuck(search, way)) {
-        ++lucky[cell];
+        lucky.insert(cell);
     } else {
         outside[cell] = way;
     }
@@ -47,10 +47,12 @@ const GoalPlaces::Way* GoalPlaces::fastest(const std::string& name) const {
     return best;
 }
 
-std::size_t GoalPlaces::countLuckyCells() const {
-    return static_cast<std::size_t>(
-        std::count_if(lucky.begin(), lucky.end(),
-                      [&](const auto& entry) { return outside.count(entry.first) == 0; }));
+Places GoalPlaces::getLucky() const {
+    Places places;
+    for (const Cell& cell : lucky) {
+        if (outside.count(cell) == 0) places.add(cell.second, cell.first);
+    }
+    return places;
 }
 
 // Goes back to the last press, and one stretch further.

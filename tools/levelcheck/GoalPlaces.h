@@ -3,9 +3,11 @@
 
 #include <cstdint>
 #include <map>
+#include <set>
 #include <string>
 #include <utility>
 
+#include "tools/levelcheck/Places.h"
 #include "tools/levelcheck/Search.h"
 #include "tools/levelcheck/Zones.h"
 
@@ -40,9 +42,9 @@ public:
     // The fastest way to the goal, in the zone of that name or, "", in any; null: there is none.
     const Way* fastest(const std::string& name) const;
 
-    // Goals outside the goal zones that are no luck, and how many cells have nothing but luck.
+    // Goals outside the goal zones that are no luck, and the cells that have nothing but luck.
     const std::map<Cell, Way>& getOutside() const { return outside; }
-    std::size_t countLuckyCells() const;
+    Places getLucky() const;
 
 private:
     bool isLuck(const Search& search, const Way& way) const;
@@ -51,7 +53,7 @@ private:
     const Zones& zones;
     std::map<std::string, Way> ways; // by zone; without zones all under ""
     std::map<Cell, Way> outside;
-    std::map<Cell, int> lucky; // goals
+    std::set<Cell> lucky;
     bool stopping = false;
     std::string wanted;
 };

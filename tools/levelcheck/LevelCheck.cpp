@@ -2,7 +2,6 @@
 #include "tools/levelcheck/LevelCheck.h"
 
 #include <algorithm>
-#include <cstdio>
 #include <set>
 
 #include "tools/levelcheck/BotWay.h"
@@ -45,8 +44,9 @@ void LevelCheck::run() {
 
 void LevelCheck::explore() {
     const Search::End end = search.run(goals);
-    out << "Searched with hands that hold a direction for " << shortestHold
-        << " frames or more and press Action " << pressGap << " frames apart or more.\n"
+    out << "Searched with hands that change the direction in every " << shortestHold
+        << "th frame only, never hold two, and press Action " << pressGap
+        << " frames apart or more.\n"
         << search.getStates().size() << " states are told apart, by " << RunnerState::resolution()
         << ".\n";
     isWhole = end == Search::End::exhausted;
@@ -67,10 +67,9 @@ void LevelCheck::checkGoals() {
     if (!zones.isEmpty() && places.all().empty()) {
         findings.require(true, "the goal is reached in the goal zones alone");
     }
-    if (const std::size_t lucky = goals.countLuckyCells()) {
-        findings.note("the goal falls by luck, a kick in one single frame, in " +
-                      std::to_string(lucky) + " cells");
-    }
+    findings.addPlaces(
+        zones, goals.getLucky(), false,
+        "cells outside the goal zones in which one single frame gives the goal near ");
 }
 
 void LevelCheck::checkFastest() {

@@ -4,13 +4,16 @@
 #include <algorithm>
 #include <array>
 #include <cstdint>
+#include <filesystem>
 #include <fstream>
 #include <optional>
+#include <system_error>
 
 #include "app/FilePath.h"
 #include "drawing/ImageLoader.h"
 
 static constexpr std::uint64_t mostTiles = 1 << 26;
+static constexpr std::uint32_t longestSide = 65535; // pixels that the game reads
 
 // What the head of a PNG file says.
 struct PngHead {
@@ -40,8 +43,17 @@ static std::optional<PngHead> readHead(const std::string& path) {
 
 LevelFile::LevelFile(const std::string& path) {
     if (!FilePath(path).isFile()) throw Unreadable("no file " + path);
+    std::error_code unknown;
+    if (!std::filesystem::is_regular_file(path, unknown)) { // it is read twice
+        throw Unreadable(path + " is a pipe or a device");
+    }
     const std::optional<PngHead> head = readHead(path);
     if (!head) throw Unreadable(path + " is no PNG picture");
+    if (std::max(head->width, head->height) > longestSide) {
+        fault = "the picture is too large for the game: no side may be longer than " +
+                std::to_string(longestSide);
+        return;
+    }
     if (std::uint64_t{head->width} * head->height > mostTiles) {
         fault = "the picture is too large to be checked";
         return;

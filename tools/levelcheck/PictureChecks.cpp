@@ -8,16 +8,22 @@ static constexpr int wantedDrop = 3;  // rows between the start and the ground
 static constexpr int wantedFlat = 20; // columns to both sides
 static constexpr int namedPlaces = 3; // of many equal ones
 
+static constexpr int cloudColumns = 1400; // the game's clouds end about there
+static constexpr int cloudRows = 1280;
+
 // Counts places and names the first.
 struct PlaceList {
     std::size_t count = 0;
     std::string names;
 
-    void add(int column, int row) {
+    void add(int column, int row, const std::string& what = "") {
         if (count++ >= namedPlaces) return;
-        names += (names.empty() ? "" : "; ") + placeText(column, row);
+        names += (names.empty() ? "" : "; ") + what + placeText(column, row);
     }
-    std::string text() const { return names + (count > namedPlaces ? "; and more" : ""); }
+    std::string text() const {
+        const std::string more = count > namedPlaces ? "; and more" : "";
+        return std::to_string(count) + " (" + names + more + ")";
+    }
 };
 
 static bool isKnownCode(int code) {
@@ -25,22 +31,26 @@ static bool isKnownCode(int code) {
     return std::find(std::begin(codes), std::end(codes), code) != std::end(codes);
 }
 
+static std::string codeText(int code) {
+    char text[8];
+    std::snprintf(text, sizeof text, "0x%02X", static_cast<unsigned>(code));
+    return text;
+}
+
 void PictureChecks::checkPixels() {
     PlaceList unknown, coloured;
     const std::uint8_t* pixel = picture.pixels.get();
     for (int y = 0; y < static_cast<int>(picture.height); ++y) {
         for (int x = 0; x < static_cast<int>(picture.width); ++x, pixel += 4) {
-            if (!isKnownCode(pixel[0])) unknown.add(x, y);
+            if (!isKnownCode(pixel[0])) unknown.add(x, y, codeText(pixel[0]) + " in ");
             if (pixel[0] != pixel[1] || pixel[0] != pixel[2]) coloured.add(x, y);
         }
     }
     if (unknown.count > 0) {
-        findings.note(std::to_string(unknown.count) +
-                      " pixels have a code of no tile and look like 0x20: " + unknown.text());
+        findings.note("pixels with a code of no tile, which look like 0x20: " + unknown.text());
     }
     if (coloured.count > 0) {
-        findings.note(std::to_string(coloured.count) +
-                      " pixels are not grey, and only their red counts: " + coloured.text());
+        findings.note("pixels that are not grey, of which only the red counts: " + coloured.text());
     }
 }
 
@@ -58,6 +68,9 @@ bool PictureChecks::checkStart() {
 }
 
 void PictureChecks::checkGround() {
+    if (map.contains(cloudColumns, 0) || map.contains(0, cloudRows)) {
+        findings.note("no clouds are seen beyond about " + placeText(cloudColumns, cloudRows));
+    }
     int ground = row + 1;
     while (map.at(column, ground) == LevelMap::empty) ++ground;
     const int drop = ground - row - 1;

@@ -9,7 +9,7 @@
 static constexpr float fineSpeed = 0.01f; // tiles per frame; all steps are made of these
 static constexpr int fineSteps = 400;     // to each side of 0
 static constexpr int waitStep = 4;        // frames
-static constexpr int startColumns = 20;   // the start's neighbourhood, to each side
+static constexpr int startColumns = 2;    // the start's neighbourhood, to each side
 static constexpr int startRows = 8;
 
 using StepTable = std::array<std::uint8_t, 2 * fineSteps>;

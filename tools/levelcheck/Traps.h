@@ -7,8 +7,8 @@
 #include "tools/levelcheck/Search.h"
 
 // The states of a search that went to its end from which neither the start nor a goal can be
-// reached, gathered into places. A state stands for all with its key here, so a
-// way out may be seen that is none (see Floors).
+// reached, gathered into places. A state stands for all with its key here, so a way out may be seen
+// that is none (see Floors).
 class Traps {
 public:
     explicit Traps(const Search& search);

@@ -2,6 +2,7 @@
 // Checks the picture of a level, for those who draw levels; see usage below.
 #include <fstream>
 #include <iostream>
+#include <new>
 #include <sstream>
 
 #include "app/FilePath.h"
@@ -158,6 +159,8 @@ int main(int argc, char* argv[]) {
         std::cerr << "tarnwick-levelcheck: " << error.what() << "\n" << usage;
     } catch (const std::runtime_error& error) {
         std::cerr << "tarnwick-levelcheck: " << error.what() << std::endl;
+    } catch (const std::bad_alloc&) {
+        std::cerr << "tarnwick-levelcheck: there is too little memory" << std::endl;
     }
     return 2;
 }
