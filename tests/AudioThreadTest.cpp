@@ -12,17 +12,15 @@
 #include <sys/syscall.h>
 #include <unistd.h>
 
-#include <algorithm>
 #include <atomic>
 #include <cstddef>
 #include <functional>
+#include <iterator>
 #include <thread>
-#include <vector>
 
 #include <gtest/gtest.h>
 
-#include "game/PlayMusic.h"
-#include "sound/AudioSingleton.h"
+#include "tests/MusicMinute.h"
 
 // What this thread did while it was watched.
 static thread_local bool isWatched = false;
@@ -82,7 +80,7 @@ int pthread_mutex_trylock(pthread_mutex_t* mutex) {
 }
 }
 
-class AudioThreadTest : public testing::Test, public AudioSingleton::Callback {
+class AudioThreadTest : public testing::Test {
 protected:
     struct Deeds {
         int allocations;
@@ -129,15 +127,6 @@ protected:
         EXPECT_TRUE(refused);
         return seen;
     }
-
-    void onBar() override {
-        ++bars;
-        music.onBar(sound, bars % 4 == 3 ? 0.1f : 1.0f);
-    }
-
-    AudioSingleton& sound = AudioSingleton::instance();
-    PlayMusic music;
-    int bars = 0;
 };
 
 TEST_F(AudioThreadTest, WhatIsForbiddenIsNoticed) {
@@ -156,34 +145,11 @@ TEST_F(AudioThreadTest, WhatIsForbiddenIsNoticed) {
     EXPECT_EQ(seen.systemCalls, 2);
 }
 
-// A minute of the music of a play, slow and fast, with all drums, more notes than a bank has
-// voices, and buffers of many lengths.
 TEST_F(AudioThreadTest, RenderingAllocatesNothingLocksNothingAndCallsNothing) {
-    sound.setPitches({220, 247.5f, 275, 330, 371.25f, 412.5f, 110, 55});
-    for (std::int32_t track = 3; track < AudioSingleton::tracks; ++track) {
-        for (std::int32_t step = 0; step < AudioSingleton::steps; ++step) {
-            sound.toggleStep(track, step, step % 4);
-        }
-    }
-    music.start(sound);
-    sound.setCallback(this);
-    for (int thump = 0; thump < 12; ++thump) sound.playBom();
-
-    std::vector<float> output(2 * 2048);
-    float loudest = 0;
-    const Deeds seen = watch([&] {
-        constexpr std::int32_t lengths[] = {512, 1, 256, 441, 55, 2048, 16, 0};
-        std::size_t next = 0;
-        for (std::int32_t left = 60 * 44100; left > 0; left -= lengths[next++ % 8]) {
-            std::fill(output.begin(), output.end(), 0.0f);
-            sound.process(output.data(), lengths[next % 8]);
-            loudest = std::max(loudest, *std::max_element(output.begin(), output.end()));
-        }
-    });
-    sound.setCallback(nullptr);
-    sound.clearSteps();
-    EXPECT_GT(loudest, 0.1f);
-    EXPECT_GE(bars, 29);
+    MusicMinute minute;
+    const Deeds seen = watch([&] { minute.render(); });
+    EXPECT_GT(minute.loudest(), 0.1f);
+    EXPECT_GE(minute.bars(), 29);
     EXPECT_EQ(seen.allocations, 0);
     EXPECT_EQ(seen.locks, 0);
     EXPECT_EQ(seen.systemCalls, 0);
