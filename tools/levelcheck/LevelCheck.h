@@ -6,6 +6,7 @@
 #include "drawing/LoadedImage.h"
 #include "tools/levelcheck/Findings.h"
 #include "tools/levelcheck/GoalPlaces.h"
+#include "tools/levelcheck/Run.h"
 #include "tools/levelcheck/Search.h"
 #include "tools/levelcheck/Zones.h"
 
@@ -30,6 +31,8 @@ private:
     void explore();
     void checkGoals();
     void checkFastest();
+    void checkGoalZones();
+    void checkRegions(const Run& run);
     void checkTraps();
     void checkRandomPlayers();
 

@@ -30,6 +30,9 @@ static const CommandLine::KnownOptions options = {{"--zones", 1},   {"--script",
 
 static constexpr std::streamsize longestZones = 1 << 20; // bytes
 
+// Of a way by way of zones: beside the states of the checks they stay below 4 GiB.
+static constexpr std::uint32_t mostWayStates = 30'000'000;
+
 static std::runtime_error failure(const std::string& what) {
     return std::runtime_error(what);
 }
@@ -87,7 +90,7 @@ static Inputs findRun(const CommandLine& line, const Zones& zones, const LevelCh
     const std::string goal = line.get("--to", "");
     const auto through = readThrough(zones, line.get("--through", ""));
     if (through.empty()) return check.runTo(goal);
-    const BotWay way(check.getMap(), zones, LevelCheck::mostStates);
+    const BotWay way(check.getMap(), zones, mostWayStates);
     try {
         return calmed(check.getMap(), way.find(through, goal));
     } catch (const BotWay::Unreached& unreached) {
