@@ -16,6 +16,8 @@ public:
     static constexpr std::uint8_t flame = 0xE0; // solid, and throws the runner back
     static constexpr std::uint8_t outside = 0;  // what lies beyond the grid: solid rock
 
+    static constexpr bool isRock(std::uint8_t code) { return code != empty && code != flame; }
+
     // Loads a picture of 3 or 4 bytes a pixel. The grid is empty, 0 by 0, if there is none.
     explicit LevelMap(const FilePath& path);
     explicit LevelMap(const LoadedImage& picture);

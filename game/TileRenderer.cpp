@@ -48,15 +48,11 @@ static void forEachVisibleCell(const LevelMap& map, WorldPoint camera, Visit vis
     }
 }
 
-static bool isRock(std::uint8_t code) {
-    return code != LevelMap::empty && code != LevelMap::flame;
-}
-
 // Whether rock tiles, which are opaque, will cover all that an outline reaches.
 static bool isSurroundedByRock(const LevelMap& map, int column, int row) {
     for (int y = row - 1; y <= row + 1; ++y) {
         for (int x = column - 1; x <= column + 1; ++x) {
-            if (!map.contains(x, y) || !isRock(map.at(x, y))) return false;
+            if (!map.contains(x, y) || !LevelMap::isRock(map.at(x, y))) return false;
         }
     }
     return true;
@@ -83,7 +79,7 @@ void TileRenderer::draw(Drawer& drawer, const LevelMap& map, WorldPoint camera) 
 
 void TileRenderer::drawOutlines(Drawer& drawer, const LevelMap& map, WorldPoint camera) const {
     forEachVisibleCell(map, camera, [&](int column, int row, float x, float y) {
-        if (!isRock(map.at(column, row)) || isSurroundedByRock(map, column, row)) return;
+        if (!LevelMap::isRock(map.at(column, row)) || isSurroundedByRock(map, column, row)) return;
         drawer.drawTexture(outlineTexture, x - outlineReach, y - outlineReach, outlineScale,
                            outlineScale, 1, 1, 1, 1);
     });

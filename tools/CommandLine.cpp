@@ -2,6 +2,8 @@
 #include "tools/CommandLine.h"
 
 #include <algorithm>
+#include <iostream>
+#include <new>
 
 CommandLine::CommandLine(const std::vector<std::string>& arguments, const KnownOptions& known) {
     for (std::size_t i = 0; i < arguments.size(); ++i) {
@@ -15,11 +17,11 @@ CommandLine::CommandLine(const std::vector<std::string>& arguments, const KnownO
         if (i + option->second >= arguments.size()) throw Error(word + " needs a value");
         options[word] = option->second > 0 ? arguments[++i] : "";
     }
-    if (words.empty()) throw Error("no command");
 }
 
 bool CommandLine::isCommand(const std::string& name, std::size_t wordCount,
                             const std::vector<std::string>& itsOptions) const {
+    if (words.empty()) throw Error("no command");
     if (words[0] != name) return false;
     if (words.size() != wordCount) {
         throw Error(name + " has " + std::to_string(wordCount - 1) + " words behind it, not " +
@@ -31,4 +33,25 @@ bool CommandLine::isCommand(const std::string& name, std::size_t wordCount,
         }
     }
     return true;
+}
+
+int runProgram(int argc, char* argv[], const std::string& name, const std::string& usage,
+               const CommandLine::KnownOptions& known, int failed,
+               const std::function<int(const CommandLine&)>& work) {
+    const std::vector<std::string> arguments(argv + 1, argv + argc);
+    if (arguments == std::vector<std::string>{"--help"}) {
+        std::cout << usage;
+        return 0;
+    }
+    try {
+        return work(CommandLine(arguments, known));
+    } catch (const CommandLine::Error& error) {
+        std::cerr << name << ": " << error.what() << "\n" << usage;
+        return 2;
+    } catch (const std::runtime_error& error) {
+        std::cerr << name << ": " << error.what() << std::endl;
+    } catch (const std::bad_alloc&) {
+        std::cerr << name << ": there is too little memory" << std::endl;
+    }
+    return failed;
 }

@@ -3,6 +3,7 @@
 
 #include <charconv>
 #include <cstddef>
+#include <functional>
 #include <map>
 #include <stdexcept>
 #include <string>
@@ -56,3 +57,10 @@ private:
     std::vector<std::string> words;
     std::map<std::string, std::string> options;
 };
+
+// What a companion program is besides its work: prints the usage for --help, and says in one line
+// to standard error why the work could not be done, with the usage behind it if the command line
+// was at fault. Gives the work's exit status, 2 for a wrong command line, or else `failed`.
+int runProgram(int argc, char* argv[], const std::string& name, const std::string& usage,
+               const CommandLine::KnownOptions& known, int failed,
+               const std::function<int(const CommandLine&)>& work);

@@ -34,11 +34,7 @@ Floors::Floors(const LevelMap& level, const Search& whole) : map(level) {
     }
     for (const std::uint32_t floor : order) {
         if (free[floor]) continue;
-        WayOn wayOn(*this);
-        Search search(map, stands[floor], searchStates[2]);
-        const Search::End end = search.run(wayOn);
-        (end == Search::End::exhausted ? traps : unsure)
-            .add(stands[floor].column(), stands[floor].row());
+        (exhausted[floor] ? traps : unsure).add(stands[floor].column(), stands[floor].row());
     }
 }
 
@@ -59,6 +55,7 @@ void Floors::findFloors() {
 void Floors::findStands(const Search& whole) {
     stands.resize(count + 1);
     free.resize(count + 1);
+    exhausted.resize(count + 1);
     std::vector<bool> known(count + 1);
     for (std::uint32_t i = 0; i < whole.getStates().size(); ++i) {
         const RunnerState& state = whole.getStates()[i];
@@ -87,7 +84,7 @@ bool Floors::spread(std::uint32_t mostStates) {
         if (free[*floor]) continue;
         WayOn wayOn(*this);
         Search search(map, stands[*floor], mostStates);
-        search.run(wayOn);
+        exhausted[*floor] = search.run(wayOn) == Search::End::exhausted;
         if (wayOn.isFound()) free[*floor] = changed = true;
     }
     return changed;

@@ -34,6 +34,7 @@ private:
     std::vector<RunnerState> stands;  // the first state on each floor
     std::vector<std::uint32_t> order; // floors, as they were first stood on
     std::vector<bool> free;           // floors that lead on
+    std::vector<bool> exhausted;      // floors whose last search went to its end
     Places traps;
     Places unsure;
 };

@@ -82,8 +82,7 @@ bool GoalPlaces::isLuck(const Search& search, const Way& way) const {
         tried[moved].press = true;
         Player player = states[state].player();
         for (const Input input : tried) {
-            if (input.press) player.requestKick();
-            player.update(input.held(), map);
+            step(player, input, map);
             if (player.kickSpeed() >= goalSpeed) return true;
         }
         return false;

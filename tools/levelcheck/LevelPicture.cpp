@@ -10,8 +10,7 @@
 
 static constexpr unsigned char background[] = {190, 182, 200}; // about the sky's middle
 static constexpr int sheetCell = 16;                           // pixels of the tile sheet
-static constexpr int outlineShare =
-    16; // of a tile that the outline reaches beyond it, 1 in so many
+static constexpr int outlineShare = 16;  // 1 in so many of a tile, which an outline stands out
 static constexpr float stepsPerTile = 8; // of a line
 
 struct SheetPlace {
@@ -22,10 +21,6 @@ struct SheetPlace {
 static constexpr SheetPlace sheetPlaces[] = {
     {0x00, 1, 0}, {0x40, 2, 0}, {0x60, 4, 0}, {0x80, 5, 0}, {0xFE, 3, 0}, {LevelMap::flame, 0, 7},
 };
-
-static bool isRock(std::uint8_t code) {
-    return code != LevelMap::empty && code != LevelMap::flame;
-}
 
 LevelPicture::LevelPicture(const LevelMap& level)
     : map(level),
@@ -84,14 +79,14 @@ void LevelPicture::paintCell(int column, int row) {
 
 // The black frames of rock tiles, where they reach into this cell: thinner than a pixel.
 void LevelPicture::paintOutline(int column, int row) {
-    if (isRock(map.at(column, row))) return;
+    if (LevelMap::isRock(map.at(column, row))) return;
     const Dot shade{{}, 256 - 256 * side / outlineShare};
     for (int i = 0; i < side; ++i) {
         const int left = column * side, top = row * side, last = side - 1;
-        if (isRock(map.at(column - 1, row))) paint(left, top + i, shade);
-        if (isRock(map.at(column + 1, row))) paint(left + last, top + i, shade);
-        if (isRock(map.at(column, row - 1))) paint(left + i, top, shade);
-        if (isRock(map.at(column, row + 1))) paint(left + i, top + last, shade);
+        if (LevelMap::isRock(map.at(column - 1, row))) paint(left, top + i, shade);
+        if (LevelMap::isRock(map.at(column + 1, row))) paint(left + last, top + i, shade);
+        if (LevelMap::isRock(map.at(column, row - 1))) paint(left + i, top, shade);
+        if (LevelMap::isRock(map.at(column, row + 1))) paint(left + i, top + last, shade);
     }
 }
 

@@ -4,6 +4,8 @@
 #include <algorithm>
 #include <cstdio>
 
+#include "tools/levelcheck/RunnerState.h"
+
 static constexpr int wantedDrop = 3;  // rows between the start and the ground
 static constexpr int wantedFlat = 20; // columns to both sides
 static constexpr int namedPlaces = 3; // of many equal ones
@@ -79,13 +81,8 @@ void PictureChecks::checkGround() {
                       std::to_string(drop) + " rows below it and not " +
                       std::to_string(wantedDrop));
     }
-    const auto isFlat = [&](int x) {
-        const bool free = map.at(x, ground - 1) == LevelMap::empty;
-        const bool carried = map.at(x, ground) != LevelMap::empty;
-        return free && carried && map.at(x, ground) != LevelMap::flame;
-    };
     for (int x = column - wantedFlat; x <= column + wantedFlat; ++x) {
-        if (isFlat(x)) continue;
+        if (RunnerState::isFloor(map, x, ground - 1)) continue;
         findings.note("the ground beside the start is not flat for " + std::to_string(wantedFlat) +
                       " tiles to each side: " + placeText(x, ground));
         return;

@@ -5,12 +5,16 @@ static bool isSame(WorldPoint one, WorldPoint other) {
     return one.x == other.x && one.y == other.y;
 }
 
+void step(Player& player, Input input, const LevelMap& map) {
+    if (input.press) player.requestKick();
+    player.update(input.held(), map);
+}
+
 Run::Run(const LevelMap& map, const Inputs& inputs) {
     Player player(start);
     path.reserve(inputs.size());
     for (const Input input : inputs) {
-        if (input.press) player.requestKick();
-        player.update(input.held(), map);
+        step(player, input, map);
         path.push_back(player.position());
         goal = player.kickSpeed() >= goalSpeed;
         if (goal) return;

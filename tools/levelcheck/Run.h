@@ -22,6 +22,9 @@ struct Input {
 // What a hand does from the start of a play on, a record a frame.
 using Inputs = std::vector<Input>;
 
+// A frame of the play with a hand on the keys.
+void step(Player& player, Input input, const LevelMap& map);
+
 // The limits of a hand: a direction is held so many frames, and presses are so many frames apart.
 inline constexpr int shortestHold = 4;
 inline constexpr int pressGap = 10;

@@ -45,9 +45,7 @@ struct RunnerState {
         return !kicking && vy == 0 && isFloor(map, column(), row());
     }
     static bool isFloor(const LevelMap& map, int column, int row) {
-        const std::uint8_t below = map.at(column, row + 1);
-        return map.at(column, row) == LevelMap::empty && below != LevelMap::empty &&
-               below != LevelMap::flame;
+        return map.at(column, row) == LevelMap::empty && LevelMap::isRock(map.at(column, row + 1));
     }
 
     // Whether it is so near the start that the play could begin anew.

@@ -21,8 +21,8 @@ std::size_t epilogueFrame(const Inputs& inputs) {
 std::string scriptOf(const Inputs& inputs) {
     std::ostringstream text;
     text << "# The title's pages by key, the play from its start to the goal, and the epilogue "
-            "until "
-            "its\n# last text. Written by tarnwick-levelcheck.\n# The epilogue begins in frame "
+            "until its\n# last text. Written by tarnwick-levelcheck.\n# The epilogue begins in "
+            "frame "
          << epilogueFrame(inputs) << ".\n";
     for (std::size_t frame = firstTitleKey; frame <= playBegin; frame += titleKeyGap) {
         text << frame << " action\n";

@@ -9,8 +9,7 @@ static RunnerState stateBehind(const LevelMap& map, const Inputs& inputs) {
     Player player(Run::start);
     int wait = 0;
     for (const Input input : inputs) {
-        if (input.press) player.requestKick();
-        player.update(input.held(), map);
+        step(player, input, map);
         wait = std::max(0, (input.press ? pressGap : wait) - 1);
     }
     RunnerState state = RunnerState::of(player);

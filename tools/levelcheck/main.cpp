@@ -2,7 +2,6 @@
 // Checks the picture of a level, for those who draw levels; see usage below.
 #include <fstream>
 #include <iostream>
-#include <new>
 #include <sstream>
 
 #include "app/FilePath.h"
@@ -151,19 +150,5 @@ static int run(const CommandLine& line) {
 }
 
 int main(int argc, char* argv[]) {
-    const std::vector<std::string> arguments(argv + 1, argv + argc);
-    if (arguments == std::vector<std::string>{"--help"}) {
-        std::cout << usage;
-        return 0;
-    }
-    try {
-        return run(CommandLine(arguments, options));
-    } catch (const CommandLine::Error& error) {
-        std::cerr << "tarnwick-levelcheck: " << error.what() << "\n" << usage;
-    } catch (const std::runtime_error& error) {
-        std::cerr << "tarnwick-levelcheck: " << error.what() << std::endl;
-    } catch (const std::bad_alloc&) {
-        std::cerr << "tarnwick-levelcheck: there is too little memory" << std::endl;
-    }
-    return 2;
+    return runProgram(argc, argv, "tarnwick-levelcheck", usage, options, 2, run);
 }

@@ -129,7 +129,7 @@ static WavFile::Samples readSamples(const std::string& bits) {
 }
 
 // All of the command line and what it names is read before the file is begun.
-static void run(const CommandLine& line) {
+static int run(const CommandLine& line) {
     const auto seed = line.readNumber<std::uint32_t>("--seed", line.get("--seed", "1"), 0, ~0U);
     const WavFile::Samples samples = readSamples(line.get("--bits", "32"));
     const auto buffer =
@@ -146,26 +146,12 @@ static void run(const CommandLine& line) {
             const auto frames = renderer.getFrames();
             std::printf("%lld frames, %.3f s, peak %.4f\n", static_cast<long long>(frames),
                         static_cast<double>(frames) / 44100, renderer.getPeak());
-            return;
+            return 0;
         }
     }
     throw failure("cannot write " + path + ": " + file.getFailure());
 }
 
 int main(int argc, char* argv[]) {
-    const std::vector<std::string> arguments(argv + 1, argv + argc);
-    if (arguments == std::vector<std::string>{"--help"}) {
-        std::cout << usage;
-        return 0;
-    }
-    try {
-        run(CommandLine(arguments, options));
-        return 0;
-    } catch (const CommandLine::Error& error) {
-        std::cerr << "tarnwick-render: " << error.what() << "\n" << usage;
-        return 2;
-    } catch (const std::runtime_error& error) {
-        std::cerr << "tarnwick-render: " << error.what() << std::endl;
-        return 1;
-    }
+    return runProgram(argc, argv, "tarnwick-render", usage, options, 1, run);
 }
