@@ -8,6 +8,7 @@
 #include "drawing/OpenGLDrawer.h"
 #include "drawing/SpriteTexture.h"
 #include "game/LevelMap.h"
+#include "game/TileSheet.h"
 #include "images/EmbeddedImages.h"
 
 static constexpr int windowColumns = 21; // tiles that can be in view
@@ -58,16 +59,20 @@ static bool isSurroundedByRock(const LevelMap& map, int column, int row) {
     return true;
 }
 
-TileRenderer::TileRenderer() : flameCells{{{0, 0.875f}, {0.125f, 0.875f}, {0.25f, 0.875f}}} {
-    // All other codes look like 0x20.
-    cells[0x00] = {0.125f, 0};
-    cells[0x20] = {0, 0};
-    cells[0x40] = {0.25f, 0};
-    cells[0x60] = {0.5f, 0};
-    cells[0x80] = {0.625f, 0};
-    cells[0xFE] = {0.375f, 0};
-    cells[LevelMap::flame] = {0.875f, 0.875f}; // the clear cell
-    cells[LevelMap::empty] = {0.875f, 0.875f};
+// The cell's corner in texture coordinates.
+static constexpr float sheetPlace(int cell) {
+    return static_cast<float>(cell) / tileSheetSide;
+}
+
+TileRenderer::TileRenderer() : cells{} {
+    for (const TileLook& look : rockLooks) {
+        cells[look.code] = {sheetPlace(look.column), sheetPlace(look.row)};
+    }
+    for (std::size_t frame = 0; frame < flameCells.size(); ++frame) {
+        flameCells[frame] = {sheetPlace(static_cast<int>(frame)), sheetPlace(flameRow)};
+    }
+    cells[LevelMap::empty] = {sheetPlace(7), sheetPlace(7)}; // the clear cell
+    cells[LevelMap::flame] = cells[LevelMap::empty];
 }
 
 void TileRenderer::draw(Drawer& drawer, const LevelMap& map, WorldPoint camera) {

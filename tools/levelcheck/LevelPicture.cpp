@@ -5,22 +5,13 @@
 #include <cmath>
 
 #include "drawing/ImageLoader.h"
+#include "game/TileSheet.h"
 #include "images/EmbeddedImages.h"
 #include "tools/PngFile.h"
 
 static constexpr unsigned char background[] = {190, 182, 200}; // about the sky's middle
-static constexpr int sheetCell = 16;                           // pixels of the tile sheet
 static constexpr int outlineShare = 16;  // 1 in so many of a tile, which an outline stands out
 static constexpr float stepsPerTile = 8; // of a line
-
-struct SheetPlace {
-    std::uint8_t code;
-    int column;
-    int row;
-};
-static constexpr SheetPlace sheetPlaces[] = {
-    {0x00, 1, 0}, {0x40, 2, 0}, {0x60, 4, 0}, {0x80, 5, 0}, {0xFE, 3, 0}, {LevelMap::flame, 0, 7},
-};
 
 LevelPicture::LevelPicture(const LevelMap& level)
     : map(level),
@@ -43,14 +34,14 @@ void LevelPicture::makeLooks() {
     const LoadedImage sheet = ImageLoader().loadFromMemory(spriteImages[spriteTiles].data,
                                                            spriteImages[spriteTiles].bytes);
     if (!sheet.pixels) return;
-    const int covered = sheetCell / side;
+    const int covered = tileSheetPixels / side;
     const auto look = [&](int cellColumn, int cellRow) {
         std::array<Dot, fullSide* fullSide> dots = {};
         for (int i = 0; i < side * side; ++i) {
             std::array<int, 4> sums = {};
             for (int k = 0; k < covered * covered; ++k) {
-                const int x = cellColumn * sheetCell + i % side * covered + k % covered;
-                const int y = cellRow * sheetCell + i / side * covered + k / covered;
+                const int x = cellColumn * tileSheetPixels + i % side * covered + k % covered;
+                const int y = cellRow * tileSheetPixels + i / side * covered + k / covered;
                 const std::uint8_t* pixel =
                     sheet.pixels.get() +
                     4 * (static_cast<std::size_t>(y) * sheet.width + static_cast<std::size_t>(x));
@@ -65,7 +56,8 @@ void LevelPicture::makeLooks() {
         return dots;
     };
     looks.fill(look(0, 0)); // of all codes that have no other
-    for (const SheetPlace& place : sheetPlaces) looks[place.code] = look(place.column, place.row);
+    for (const TileLook& rock : rockLooks) looks[rock.code] = look(rock.column, rock.row);
+    looks[LevelMap::flame] = look(0, flameRow);
 }
 
 void LevelPicture::paintCell(int column, int row) {
