@@ -4,10 +4,8 @@
 #include <cmath>
 
 #include "game/GamePlay.h"
-#include "game/Noise.h"
-#include "tests/ApplicationFixture.h"
 #include "tests/DrawnGrid.h"
-#include "tests/RecordingDrawer.h"
+#include "tests/ScreenFixture.h"
 
 static constexpr float floorRow = 8; // the runner's row when it stands in the hall
 
@@ -18,26 +16,13 @@ static LevelMap hall() {
     return drawnGrid(drawing + rock);
 }
 
-class Play : public ApplicationFixture {
+class Play : public ScreenFixture {
 protected:
-    using Call = RecordingDrawer::Call;
     using Motion = Inspector::Motion;
 
-    // Handles of textures outlive the screens, so all tests share one drawer, as in the game.
-    static RecordingDrawer& drawer() {
-        static RecordingDrawer only;
-        return only;
-    }
-
     void SetUp() override {
-        ApplicationFixture::SetUp();
-        noiseSeed() = 1;
-        auto made = std::make_unique<GamePlay>(*application);
-        play = made.get();
-        Inspector::setState(*application, std::move(made));
-        testing::internal::CaptureStdout();
-        drawer();
-        testing::internal::GetCapturedStdout();
+        ScreenFixture::SetUp();
+        play = enter<GamePlay>();
     }
 
     void enterHall(const Motion& motion) {
@@ -47,17 +32,12 @@ protected:
     // In a kick that reaches the goal in the next frame, in the air.
     void enterHallAtTheGoal() { enterHall({10.25f, 4.5f, 1.6f, -0.25f, true, true, true}); }
 
-    const std::vector<Call>& draw() {
-        drawer().calls.clear();
-        play->draw(drawer());
-        return drawer().calls;
-    }
-    static long count(const std::vector<Call>& calls, const std::string& name) {
+    static long count(const Calls& calls, const std::string& name) {
         return std::count_if(calls.begin(), calls.end(),
                              [&](const Call& call) { return call.name == name; });
     }
 
-    static float barWidth(const std::vector<Call>& calls) {
+    static float barWidth(const Calls& calls) {
         const auto bar = std::find_if(calls.begin(), calls.end(), [](const Call& call) {
             return call.name == "rect" && call.numbers[5] == 0 && call.numbers[4] == 255;
         });
@@ -67,8 +47,6 @@ protected:
     Player& player() { return Inspector::player(*play); }
     Motion motion() { return Inspector::motion(player()); }
     bool isFinished() const { return Inspector::isFinished(*play); }
-    void press(const std::string& action) { play->keyPressed(action, nullptr); }
-    void release(const std::string& action) { play->keyReleased(action, nullptr); }
     std::string held() const {
         const HeldKeys& keys = Inspector::heldKeys(*play);
         return std::string(keys.up ? "U" : "") + (keys.left ? "L" : "") + (keys.right ? "R" : "") +
@@ -84,7 +62,7 @@ TEST_F(Play, TheCameraHoldsTheRunnersTileInPlace) {
     // The outline stands out by 4 units around the tile under the runner.
     for (const auto& [x, outlineX] : {std::pair(10.0f, 604.0f), std::pair(10.25f, 588.0f)}) {
         enterHall({x, floorRow, 0, 0, false, false, true});
-        const std::vector<Call>& calls = draw();
+        const Calls& calls = draw();
         EXPECT_EQ(std::count(calls.begin(), calls.end(),
                              Call{"36x36", {outlineX, 540, 2, 2, 1, 1, 1, 1}}),
                   1);
@@ -109,7 +87,7 @@ TEST_F(Play, TheGoalIsOneAndAHalfTilesAFrameInAKickAndNothingElse) {
 TEST_F(Play, TheFrameThatReachesTheGoalIsTheRunnersLast) {
     enterHall({10.25f, floorRow, 1.5f, 0, true, true, true});
     press("P1Right"); // against friction
-    const std::vector<Call>& calls = draw();
+    const Calls& calls = draw();
     EXPECT_TRUE(isFinished());
     EXPECT_EQ(motion().x, 11.75f) << "the step itself still counts";
     EXPECT_EQ(barWidth(calls), 450) << "the bar ends at the mark";
@@ -119,7 +97,7 @@ TEST_F(Play, TheFrameThatReachesTheGoalIsTheRunnersLast) {
     release("P1Right");
     for (const char* const action : {"P1Left", "P1Down", "Action"}) press(action);
     for (int frame = 0; frame < 5; ++frame) {
-        const std::vector<Call>& later = draw();
+        const Calls& later = draw();
         EXPECT_EQ(count(later, "turned 16x16"), 1) << "no further one";
         EXPECT_EQ(barWidth(later), 450);
     }
@@ -132,8 +110,7 @@ TEST_F(Play, TheFrameThatReachesTheGoalIsTheRunnersLast) {
 TEST_F(Play, TheEpilogueIsAskedForInThe201stDrawingOfTheVortex) {
     enterHallAtTheGoal();
     int drawings = 0;
-    const auto isOver = [this] { return Inspector::state(*application)->getName() == "Epilogue"; };
-    for (; drawings < 300 && !isOver(); ++drawings) draw();
+    for (; drawings < 300 && state() != "Epilogue"; ++drawings) draw();
     EXPECT_EQ(drawings, 201);
 }
 

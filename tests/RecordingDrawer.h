@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Zlib
 #pragma once
 
+#include <gtest/gtest.h>
+
 #include <cstdint>
 #include <initializer_list>
 #include <ostream>
@@ -12,7 +14,11 @@
 // Writes down what is painted, textures by the size of their picture. It paints on no window.
 class RecordingDrawer : public OpenGLDrawer {
 public:
-    RecordingDrawer() : OpenGLDrawer(1280, 720) { createWindow(1280, 720, false, 0); }
+    RecordingDrawer() : OpenGLDrawer(1280, 720) {
+        testing::internal::CaptureStdout(); // the drawer's report
+        createWindow(1280, 720, false, 0);
+        testing::internal::GetCapturedStdout();
+    }
 
     void setBlendMode(int mode) override { write("blend", {static_cast<float>(mode)}); }
     void drawTexture(std::uint32_t handle, float x, float y, float scaleX, float scaleY, float r,

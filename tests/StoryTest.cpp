@@ -3,49 +3,24 @@
 // Their times are proven by replays.
 #include <algorithm>
 
-#include "game/Noise.h"
 #include "screens/Epilogue.h"
 #include "screens/TitleScreen.h"
 #include "sound/AudioSingleton.h"
-#include "tests/ApplicationFixture.h"
-#include "tests/RecordingDrawer.h"
+#include "tests/ScreenFixture.h"
 
-class Story : public ApplicationFixture {
+class Story : public ScreenFixture {
 protected:
-    using Call = RecordingDrawer::Call;
-
-    // Handles of textures outlive the screens, so all tests share one drawer, as in the game, and
-    // no screen of the game is drawn on the application's own.
-    static RecordingDrawer& drawer() {
-        static RecordingDrawer only;
-        return only;
-    }
-
-    void SetUp() override {
-        ApplicationFixture::SetUp();
-        testing::internal::CaptureStdout();
-        drawer();
-        testing::internal::GetCapturedStdout();
-        noiseSeed() = 1;
-    }
-
     template <typename Screen>
     void enter() {
-        Inspector::setState(*application, std::make_unique<Screen>(*application));
+        ScreenFixture::enter<Screen>();
         frame = 0;
     }
 
     // Frames count from 1.
-    const std::vector<Call>& draw() {
+    const Calls& draw() {
         ++frame;
-        drawer().calls.clear();
-        Inspector::state(*application)->draw(drawer());
-        return drawer().calls;
+        return ScreenFixture::draw();
     }
-    void press(const std::string& action) {
-        Inspector::state(*application)->keyPressed(action, nullptr);
-    }
-    std::string state() const { return Inspector::state(*application)->getName(); }
 
     // How often the thump was begun by some work.
     static int thumpsIn(const std::function<void()>& work) {
@@ -72,7 +47,7 @@ protected:
     }
 
     // Names of what is painted, repetitions left out.
-    static Log order(const std::vector<Call>& calls) {
+    static Log order(const Calls& calls) {
         Log names;
         for (const Call& call : calls) {
             if (names.empty() || names.back() != call.name) names.push_back(call.name);
@@ -118,7 +93,7 @@ protected:
 };
 
 TEST_F(Title, PaintsFromTheBackToTheFront) {
-    std::vector<Call> expected = {
+    Calls expected = {
         {"rect", {0, 0, 1280, 480, 0, 0, 0, 255}},
         {"gradient", {0, 480, 1280, 1280, 0, 0, 0, 255, 64, 64, 64, 255}},
         {"blend", {1}},
@@ -126,7 +101,7 @@ TEST_F(Title, PaintsFromTheBackToTheFront) {
         {"blend", {0}},
     };
     press("");
-    const std::vector<Call> first = draw();
+    const Calls first = draw();
     ASSERT_EQ(first.size(), 6u);
     const float font = first[5].numbers[0];
     EXPECT_GE(font, 1) << "a font of its own";
@@ -156,7 +131,7 @@ TEST_F(Title, AKeyTurnsThePageAtOnceAndGivesItItsFullTime) {
     for (std::size_t page = 0; page < 4; ++page) {
         drawFrames(page == 0 ? 29 : 118); // the next frame would turn it
         ASSERT_EQ(thumpsIn([&] { press(keys[page]); }), 1);
-        Inspector::state(*application)->keyReleased(keys[page], nullptr);
+        release(keys[page]);
         ASSERT_EQ(shown(), pages[page + 1]);
     }
     drawFrames(118);
@@ -236,7 +211,7 @@ TEST_F(Ending, PaintsFromTheBackToTheFront) {
     EXPECT_EQ(first.back(), "turned 8x8") << "the vortex, over all else";
     EXPECT_EQ(std::count(first.begin(), first.end(), "turned 16x16"), 1) << "a star of the fall";
     while (frame < 301) draw();
-    const std::vector<Call>& calls = drawer().calls;
+    const Calls& calls = drawer().calls;
     EXPECT_EQ(order(calls), (Log{"gradient", "blend", "1024x1024", "blend", "132x68", "36x36",
                                  "32x32", "turned 8x8", message, last}));
     EXPECT_EQ(calls[0],
@@ -249,14 +224,14 @@ TEST_F(Ending, PaintsFromTheBackToTheFront) {
 
 TEST_F(Ending, TheRunnerDropsInAndLandsBeforeTheFirstTextWhateverIsPressed) {
     // The outlines of tiles tell where the runner is: the camera is tied to it.
-    const auto outlines = [](const std::vector<Call>& calls) {
-        std::vector<Call> tiles;
+    const auto outlines = [](const Calls& calls) {
+        Calls tiles;
         for (const Call& call : calls) {
             if (call.name == "36x36") tiles.push_back(call);
         }
         return tiles;
     };
-    std::vector<std::vector<Call>> untouched;
+    std::vector<Calls> untouched;
     while (frame < 180) untouched.push_back(outlines(draw()));
     EXPECT_FALSE(untouched.back().empty()) << "it stands on what can be seen";
     const auto landing = std::find(untouched.begin(), untouched.end(), untouched.back());
@@ -266,7 +241,7 @@ TEST_F(Ending, TheRunnerDropsInAndLandsBeforeTheFirstTextWhateverIsPressed) {
 
     enter<Epilogue>();
     for (const char* action : {"P1Left", "P1Up", "P1Down", "Action", "", "escape"}) press(action);
-    for (const std::vector<Call>& expected : untouched) {
+    for (const Calls& expected : untouched) {
         press("Action");
         ASSERT_EQ(outlines(draw()), expected) << "frame " << frame;
     }
