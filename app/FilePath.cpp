@@ -19,6 +19,14 @@ bool FilePath::isFile() const {
     return kind == Platform::PathKind::file || kind == Platform::PathKind::special;
 }
 
+bool FilePath::isOrdinaryFile() const {
+    return !path.empty() && Platform::pathStatus(path).kind == Platform::PathKind::file;
+}
+
+std::ifstream FilePath::open() const {
+    return isOrdinaryFile() ? std::ifstream(path, std::ios::binary) : std::ifstream();
+}
+
 bool FilePath::isDirectory() const {
     if (path.empty()) return false;
     const Platform::PathStatus status = Platform::pathStatus(path);

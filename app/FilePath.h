@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <fstream>
 #include <string>
 #include <vector>
 
@@ -20,6 +21,14 @@ public:
     // follow links and print nothing.
     bool exists() const;
     bool isFile() const;
+
+    // Whether a file lies at the path that has an end: a pipe or a device could keep its reader
+    // waiting for ever.
+    bool isOrdinaryFile() const;
+
+    // The ordinary file at the path, to be read byte by byte; a stream that is not open for
+    // everything else, and for a file that cannot be read.
+    std::ifstream open() const;
 
     // Whether a folder lies at the path. A failed query, a missing path included, prints a line.
     bool isDirectory() const;

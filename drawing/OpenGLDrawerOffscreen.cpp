@@ -6,8 +6,9 @@
 #include <GL/glu.h>
 #include <SDL.h>
 
-#include <fstream>
 #include <iostream>
+
+#include "app/FilePath.h"
 
 static constexpr int featureShaders = 0;
 static constexpr int featureFrameBuffer = 1;
@@ -28,7 +29,7 @@ bool OpenGLDrawer::canSupport(int feature) {
 
 // The text of a file up to its first zero byte; empty for what cannot be read, a folder included.
 static std::string readText(const std::string& path) {
-    std::ifstream file(path, std::ios::binary);
+    std::ifstream file = FilePath(path).open();
     std::string text;
     std::getline(file, text, '\0');
     return text;

@@ -38,7 +38,7 @@ static FilePath findFile(const std::string& fileName) {
     folders.push_back(FilePath::getDataDirectory().join("fonts"));
     for (const FilePath& folder : folders) {
         const FilePath file = folder.join(fileName);
-        if (file.isFile()) return file;
+        if (file.isOrdinaryFile()) return file;
     }
     return {};
 }

@@ -7,7 +7,8 @@
 
 #include "drawing/ImageLoader.h"
 
-LevelMap::LevelMap(const FilePath& path) : LevelMap(ImageLoader().loadFromFile(path.text())) {}
+LevelMap::LevelMap(const FilePath& path)
+    : LevelMap(path.isOrdinaryFile() ? ImageLoader().loadFromFile(path.text()) : LoadedImage()) {}
 
 LevelMap::LevelMap(const LoadedImage& picture) {
     std::unique_ptr<Row[]> grid(new (std::nothrow) Row[picture.height]);

@@ -2,9 +2,10 @@
 #include "sound/PatchFile.h"
 
 #include <cmath>
-#include <fstream>
 #include <iostream>
 #include <sstream>
+
+#include "app/FilePath.h"
 
 static constexpr int countLine = 23;
 static constexpr std::size_t countColumn = 26;
@@ -12,7 +13,7 @@ static constexpr int linesToValues = 2;          // between the count and the fi
 static constexpr std::int32_t mostValues = 1000; // far more than any voice has parameters
 
 PatchFile::PatchFile(const std::string& path, std::int32_t parameterCount) {
-    std::ifstream file(path);
+    std::ifstream file = FilePath(path).open();
     if (readCount(file) != parameterCount) {
         std::cout << "PolyphonicSynth: Number of parameters in file does not match synth's number "
                      "of parameters."

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: Zlib
 #include "sound/PitchFile.h"
 
-#include <fstream>
 #include <sstream>
 
 #include "game/Noise.h"
@@ -10,7 +9,7 @@ static constexpr std::size_t longestLine = 255; // characters that count
 
 PitchTable readPitches(const std::string& path) {
     PitchTable pitches = {};
-    std::ifstream file(path);
+    std::ifstream file = FilePath(path).open();
     std::string line;
     for (float& pitch : pitches) {
         if (!std::getline(file, line)) break;

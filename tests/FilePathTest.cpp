@@ -2,6 +2,7 @@
 #include "app/FilePath.h"
 
 #include <sys/resource.h>
+#include <sys/stat.h>
 
 #include <cstdio>
 #include <cstdlib>
@@ -74,6 +75,19 @@ TEST_F(FilePathTest, FilesFoldersAndLinksAreToldApart) {
     for (const FilePath& path : {directory, inFolder("toFolder"), FilePath("/"), FilePath(".")}) {
         EXPECT_TRUE(path.exists() && !path.isFile() && path.isDirectory()) << path.text();
     }
+}
+
+// Opening a pipe would wait for somebody at its other end.
+TEST_F(FilePathTest, OnlyFilesThatEndAreOpened) {
+    const FilePath pipe = inFolder("pipe");
+    ASSERT_EQ(mkfifo(pipe.text().c_str(), 0600), 0);
+    for (const FilePath& path :
+         {pipe, FilePath("/dev/zero"), makeFolder("sub"), inFolder("none")}) {
+        EXPECT_FALSE(path.isOrdinaryFile() || path.open().is_open()) << path.text();
+    }
+    std::string word;
+    EXPECT_TRUE(makeFile("file").open() >> word);
+    EXPECT_EQ(word, "file");
 }
 
 TEST_F(FilePathTest, OnlyTheQuestionForAFolderPrintsWhyItFailed) {

@@ -4,10 +4,7 @@
 #include <algorithm>
 #include <array>
 #include <cstdint>
-#include <filesystem>
-#include <fstream>
 #include <optional>
-#include <system_error>
 
 #include "app/FilePath.h"
 #include "drawing/ImageLoader.h"
@@ -30,7 +27,7 @@ static std::optional<PngHead> readHead(const std::string& path) {
     constexpr std::array<unsigned char, 16> expected = {0x89, 'P', 'N', 'G', '\r', '\n', 0x1A, '\n',
                                                         0,    0,   0,   13,  'I',  'H',  'D',  'R'};
     std::array<unsigned char, 26> bytes{};
-    std::ifstream file(path, std::ios::binary);
+    std::ifstream file = FilePath(path).open();
     if (!file.read(reinterpret_cast<char*>(bytes.data()), bytes.size())) return std::nullopt;
     if (!std::equal(expected.begin(), expected.end(), bytes.begin())) return std::nullopt;
     const auto number = [&](std::size_t at) {
@@ -42,11 +39,9 @@ static std::optional<PngHead> readHead(const std::string& path) {
 }
 
 LevelFile::LevelFile(const std::string& path) {
-    if (!FilePath(path).isFile()) throw Unreadable("no file " + path);
-    std::error_code unknown;
-    if (!std::filesystem::is_regular_file(path, unknown)) { // it is read twice
-        throw Unreadable(path + " is a pipe or a device");
-    }
+    const FilePath file(path);
+    if (!file.isFile()) throw Unreadable("no file " + path);
+    if (!file.isOrdinaryFile()) throw Unreadable(path + " is a pipe or a device");
     const std::optional<PngHead> head = readHead(path);
     if (!head) throw Unreadable(path + " is no PNG picture");
     if (std::max(head->width, head->height) > longestSide) {

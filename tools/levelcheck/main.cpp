@@ -39,8 +39,8 @@ static std::runtime_error failure(const std::string& what) {
 static Zones readZones(const std::string& path) {
     Zones zones;
     if (path.empty()) return zones;
-    std::ifstream file(path, std::ios::binary);
-    if (!FilePath(path).isFile() || !file) throw failure("no file " + path);
+    std::ifstream file = FilePath(path).open();
+    if (!file.is_open()) throw failure("no file " + path);
     std::string text(longestZones, ' ');
     file.read(text.data(), longestZones);
     text.resize(static_cast<std::size_t>(file.gcount()));

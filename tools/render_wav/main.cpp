@@ -45,7 +45,7 @@ static std::runtime_error failure(const std::string& what) {
 }
 
 static void requireFile(const FilePath& file) {
-    if (!file.isFile()) throw failure("no file " + file.text());
+    if (!file.isOrdinaryFile()) throw failure("no file " + file.text());
 }
 
 static void loadPatch(std::size_t bank, const FilePath& path) {
