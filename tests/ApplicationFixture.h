@@ -58,23 +58,20 @@ protected:
     void SetUp() override {
         application.reset(); // tests may set up anew
         GlStandIn::start();
-        testing::internal::CaptureStdout(); // the drawer's report
-        application = std::make_unique<Application>(Inspector::quietArguments());
-        testing::internal::GetCapturedStdout();
+        makeApplication(Inspector::quietArguments());
         Inspector::setState(*application, std::make_unique<Recorder>(*application, log));
     }
 
-    static void push(SDL_Event event) { ASSERT_EQ(SDL_PushEvent(&event), 0); }
-    static void push(Uint8 type) {
-        SDL_Event event = {};
-        event.type = type;
-        push(event);
+    void makeApplication(const std::vector<std::string>& arguments) {
+        testing::internal::CaptureStdout(); // the drawer's report
+        application = std::make_unique<Application>(arguments);
+        testing::internal::GetCapturedStdout();
     }
+
+    static void push(SDL_Event event) { ASSERT_EQ(SDL_PushEvent(&event), 0); }
+    static void push(Uint8 type) { push(SDL_Event{.type = type}); }
     static void pushKey(Uint8 type, SDLKey symbol) {
-        SDL_Event event = {};
-        event.type = type;
-        event.key.keysym.sym = symbol;
-        push(event);
+        push({.key = {type, 0, 0, {0, symbol, KMOD_NONE, 0}}});
     }
     static void pushQuit() { push(SDL_QUIT); }
 

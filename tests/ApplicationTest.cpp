@@ -12,19 +12,10 @@
 class MainLoop : public ApplicationFixture {
 protected:
     static void pushMotion(Uint16 x, Uint16 y) {
-        SDL_Event event = {};
-        event.type = SDL_MOUSEMOTION;
-        event.motion.x = x;
-        event.motion.y = y;
-        push(event);
+        push({.motion = {SDL_MOUSEMOTION, 0, 0, x, y, 0, 0}});
     }
     static void pushButton(Uint8 type, Uint8 button, Uint16 x, Uint16 y) {
-        SDL_Event event = {};
-        event.type = type;
-        event.button.button = button;
-        event.button.x = x;
-        event.button.y = y;
-        push(event);
+        push({.button = {type, 0, button, 0, x, y}});
     }
     void setWindow(std::int32_t width, std::int32_t height) {
         Inspector::setWindowSize(*application, width, height);

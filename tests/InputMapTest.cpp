@@ -49,19 +49,10 @@ TEST(InputCodes, AxesPickTheirDirectionByTheSignAlone) {
 class InputMap : public ApplicationFixture {
 protected:
     static void pushButton(Uint8 type, Uint8 joystick, Uint8 button) {
-        SDL_Event event = {};
-        event.type = type;
-        event.jbutton.which = joystick;
-        event.jbutton.button = button;
-        push(event);
+        push({.jbutton = {type, joystick, button, 0}});
     }
     static void pushAxis(Uint8 joystick, Uint8 axis, Sint16 value) {
-        SDL_Event event = {};
-        event.type = SDL_JOYAXISMOTION;
-        event.jaxis.which = joystick;
-        event.jaxis.axis = axis;
-        event.jaxis.value = value;
-        push(event);
+        push({.jaxis = {SDL_JOYAXISMOTION, joystick, axis, value}});
     }
 };
 

@@ -176,9 +176,7 @@ TEST_F(Story, TheMusicLastsAsLongAsThePlayUnlessThereIsNone) {
         application.reset();
         std::vector<std::string> arguments = Inspector::quietArguments();
         if (!music) arguments.emplace_back("-nm");
-        testing::internal::CaptureStdout();
-        application = std::make_unique<Application>(arguments);
-        testing::internal::GetCapturedStdout();
+        makeApplication(arguments);
         EXPECT_EQ(thumpsIn([this] { press(""); }), 1) << "of the title";
         EXPECT_TRUE(isGridEmpty());
         application->changeState("GamePlay", "");
