@@ -204,8 +204,8 @@ TEST(Player, IsSlowedOnTheGroundSteeredByHundredthsAndBrakedByHalves) {
         {openAir, "1.5 1.5 -0.5 0", "L", "0.99 1.51 -0.51 0.01 AL"},
         {openAir, "1.5 1.5 0.05 0", "L", "1.54 1.51 0.04 0.01 A"},
         {openAir, "1.5 1.5 -0.05 0 L", "R", "1.46 1.51 -0.04 0.01 AL"},
-        {openAir, "1.5 1.5 0.051 0", "L", "1.5255 1.51 0.0255 0.01 A"},
-        {openAir, "1.5 1.5 -0.051 0 L", "R", "1.4745 1.51 -0.0255 0.01 AL"},
+        {openAir, "1.5 1.5 0.0502 0", "L", "1.5251 1.51 0.0251 0.01 A"},
+        {openAir, "1.5 1.5 -0.0502 0 L", "R", "1.4749 1.51 -0.0251 0.01 AL"},
         {openAir, "1.5 1.5 0.5 0", "LR", "2 1.51 0.5 0.01 A"},
         // The limit outside a kick.
         {openAir, "1.5 1.5 1 1", "R", "2.5 2.5 1 1 A"},
