@@ -142,33 +142,30 @@ TEST_F(PortAudioDeviceTest, ARefusedRateIsToldAndStopsNothing) {
 }
 
 TEST_F(PortAudioDeviceTest, EachFailureIsOneLineAndUndoesWhatWasDone) {
-    const Calls opening = {"Initialize", "IsFormatSupported null, 4x2, 44100",
-                           "OpenStream null, 4x2, 44100, 0, 0"};
-    Calls failedOpen = opening, failedStart = opening;
-    failedOpen.insert(failedOpen.end(), {"Terminate"});
-    failedStart.insert(failedStart.end(), {"StartStream", "CloseStream", "Terminate"});
-    // Any result but 0 is a failure, a positive one too.
-    for (const PaError failure : {static_cast<PaError>(paUnanticipatedHostError), 1}) {
-        fake.initializeResult = failure;
-        EXPECT_FALSE(device.open());
-        EXPECT_EQ(takePrinted(), "PortAudioDevice Error: Could not initialise.\n");
-        EXPECT_EQ(takeCalls(), Calls{"Initialize"});
-        fake.initializeResult = paNoError;
-
-        fake.openResult = failure;
-        EXPECT_FALSE(device.open());
-        EXPECT_EQ(takePrinted(), "PortAudioDevice Error: Could not open stream.\n");
-        EXPECT_EQ(takeCalls(), failedOpen);
-        fake.openResult = paNoError;
-
-        fake.startResult = failure;
-        EXPECT_FALSE(device.open());
-        EXPECT_EQ(takePrinted(), "PortAudioDevice Error: Could not start stream.\n");
-        EXPECT_EQ(takeCalls(), failedStart);
-        fake.startResult = paNoError;
-
-        device.close();
-        EXPECT_EQ(takeCalls(), Calls());
+    const std::string format = "IsFormatSupported null, 4x2, 44100";
+    const std::string open = "OpenStream null, 4x2, 44100, 0, 0";
+    const struct {
+        PaError FakePortAudio::*result;
+        const char* what;
+        Calls calls;
+    } cases[] = {
+        {&FakePortAudio::initializeResult, "initialise", {"Initialize"}},
+        {&FakePortAudio::openResult, "open stream", {"Initialize", format, open, "Terminate"}},
+        {&FakePortAudio::startResult,
+         "start stream",
+         {"Initialize", format, open, "StartStream", "CloseStream", "Terminate"}}};
+    for (const auto& [result, what, calls] : cases) {
+        // Any result but 0 is a failure, a positive one too.
+        for (const PaError failure : {static_cast<PaError>(paUnanticipatedHostError), 1}) {
+            fake.*result = failure;
+            EXPECT_FALSE(device.open());
+            EXPECT_EQ(takePrinted(),
+                      std::string("PortAudioDevice Error: Could not ") + what + ".\n");
+            EXPECT_EQ(takeCalls(), calls);
+            device.close();
+            EXPECT_EQ(takeCalls(), Calls());
+        }
+        fake.*result = paNoError;
     }
     EXPECT_TRUE(device.open()); // a later try starts afresh
 }
