@@ -7,17 +7,16 @@
 #include "sound/VoiceKernel.h"
 
 static constexpr std::int32_t bufferFrames = 256;
-static constexpr double sampleRate = 44100; // hertz
 
 // Calls render for buffer after buffer of notes that never end.
-template <typename Sound, typename Render>
-static void renderBuffers(benchmark::State& state, Sound& sound, Render render) {
+template <typename Render>
+static void renderBuffers(benchmark::State& state, VoiceBanks& banks, Render render) {
     std::array<float, 2 * bufferFrames> buffer = {};
     std::int32_t frames = VoiceBanks::noteFrames;
     for (auto _ : state) {
         if (frames + bufferFrames > VoiceBanks::noteFrames) {
             state.PauseTiming();
-            sound.start();
+            banks.start();
             frames = 0;
             state.ResumeTiming();
         }
@@ -55,13 +54,5 @@ static void bankOfVoices(benchmark::State& state) {
     VoiceKernel::setLevel(VoiceStages::best());
 }
 
-static void everything(benchmark::State& state) {
-    FullSound sound;
-    renderBuffers(state, sound, [&](float* output) { sound.render(output, bufferFrames); });
-    state.counters["times real time"] = benchmark::Counter(
-        bufferFrames / sampleRate, benchmark::Counter::kIsIterationInvariantRate);
-}
-
 BENCHMARK(literalVoices)->Arg(1)->Arg(32);
 BENCHMARK(bankOfVoices)->ArgNames({"voices", "level"})->ArgsProduct({{1, 2, 8, 32}, {0, 1, 2}});
-BENCHMARK(everything);
