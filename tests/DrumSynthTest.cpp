@@ -25,25 +25,6 @@ static std::vector<float> render(Synthesizer& drum, std::size_t frames) {
     return output;
 }
 
-static std::size_t soundingFrames(Synthesizer& drum) {
-    std::size_t frames = 0;
-    float frame[2];
-    for (; drum.isActive(); ++frames) drum.render(frame, 1);
-    return frames - 1; // the last one only ended the hit
-}
-
-TEST(DrumSynth, HitsLastTheirSamples) {
-    constexpr std::size_t lengths[][2] = {{5512, 5512}, {6478, 6133}, {5512, 5512}, {22047, 14701}};
-    const auto drums = allDrums();
-    for (std::size_t i = 0; i < drums.size(); ++i) {
-        for (const bool alternate : {false, true, false}) {
-            EXPECT_FALSE(drums[i]->isActive());
-            drums[i]->trigger(true, 0, alternate);
-            EXPECT_EQ(soundingFrames(*drums[i]), lengths[i][alternate ? 1 : 0]) << i;
-        }
-    }
-}
-
 TEST(DrumSynth, AnOffsetCountsForOneBuffer) {
     for (const auto& drum : allDrums()) {
         drum->trigger(true, 10, false);
@@ -61,15 +42,10 @@ TEST(DrumSynth, AnOffsetCountsForOneBuffer) {
     }
 }
 
-TEST(DrumSynth, AHitEndsAtOnceAndByItselfLeavesTheRestOfTheBuffer) {
+TEST(DrumSynth, AHitEndsAtOnce) {
     for (const auto& drum : allDrums()) {
         drum->trigger(true, 0, false);
         drum->trigger(false, 5, true);
         EXPECT_FALSE(drum->isActive());
-        drum->trigger(true, 0, true);
-        const std::vector<float> whole = render(*drum, 30000);
-        EXPECT_FALSE(drum->isActive());
-        EXPECT_EQ(std::vector<float>(whole.begin() + 2 * 14702, whole.end()),
-                  std::vector<float>(2 * (30000 - 14702)));
     }
 }

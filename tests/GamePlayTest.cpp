@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Zlib
-// The play as a whole: the goal and the keys. What it shows on its way is PlayPictureTest's.
+// The play as a whole: the goal and the keys. What it shows is PlayPictureTest's, and how it begins
+// in the shipped level a replay's.
 #include <algorithm>
 #include <cmath>
 
@@ -32,18 +33,6 @@ protected:
     // In a kick that reaches the goal in the next frame, in the air.
     void enterHallAtTheGoal() { enterHall({10.25f, 4.5f, 1.6f, -0.25f, true, true, true}); }
 
-    static long count(const Calls& calls, const std::string& name) {
-        return std::count_if(calls.begin(), calls.end(),
-                             [&](const Call& call) { return call.name == name; });
-    }
-
-    static float barWidth(const Calls& calls) {
-        const auto bar = std::find_if(calls.begin(), calls.end(), [](const Call& call) {
-            return call.name == "rect" && call.numbers[5] == 0 && call.numbers[4] == 255;
-        });
-        return bar == calls.end() ? -1 : bar->numbers[2];
-    }
-
     Player& player() { return Inspector::player(*play); }
     Motion motion() { return Inspector::motion(player()); }
     bool isFinished() const { return Inspector::isFinished(*play); }
@@ -55,19 +44,6 @@ protected:
 
     GamePlay* play = nullptr;
 };
-
-// --- what is painted
-
-TEST_F(Play, TheCameraHoldsTheRunnersTileInPlace) {
-    // The outline stands out by 4 units around the tile under the runner.
-    for (const auto& [x, outlineX] : {std::pair(10.0f, 604.0f), std::pair(10.25f, 588.0f)}) {
-        enterHall({x, floorRow, 0, 0, false, false, true});
-        const Calls& calls = draw();
-        EXPECT_EQ(std::count(calls.begin(), calls.end(),
-                             Call{"36x36", {outlineX, 540, 2, 2, 1, 1, 1, 1}}),
-                  1);
-    }
-}
 
 // --- the goal
 
@@ -87,20 +63,12 @@ TEST_F(Play, TheGoalIsOneAndAHalfTilesAFrameInAKickAndNothingElse) {
 TEST_F(Play, TheFrameThatReachesTheGoalIsTheRunnersLast) {
     enterHall({10.25f, floorRow, 1.5f, 0, true, true, true});
     press("P1Right"); // against friction
-    const Calls& calls = draw();
+    draw();
     EXPECT_TRUE(isFinished());
     EXPECT_EQ(motion().x, 11.75f) << "the step itself still counts";
-    EXPECT_EQ(barWidth(calls), 450) << "the bar ends at the mark";
-    EXPECT_EQ(calls.back().name, "turned 8x8") << "the vortex, over all else";
-    EXPECT_EQ(count(calls, "turned 32x32"), 1) << "the runner spins already";
-    EXPECT_EQ(count(calls, "turned 16x16"), 1) << "the star of this frame is still laid";
     release("P1Right");
     for (const char* const action : {"P1Left", "P1Down", "Action"}) press(action);
-    for (int frame = 0; frame < 5; ++frame) {
-        const Calls& later = draw();
-        EXPECT_EQ(count(later, "turned 16x16"), 1) << "no further one";
-        EXPECT_EQ(barWidth(later), 450);
-    }
+    for (int frame = 0; frame < 5; ++frame) draw();
     EXPECT_EQ(motion().x, 11.75f);
     EXPECT_EQ(motion().y, floorRow);
     EXPECT_TRUE(motion().kicking);
@@ -159,27 +127,17 @@ TEST_F(Play, EscapeEndsTheProgramBeforeTheGoalAndAfterIt) {
     EXPECT_FALSE(runFrame());
 }
 
-// --- levels
-
-TEST_F(Play, BeginsInTheOpenOfTheShippedLevel) {
-    const LevelMap& level = Inspector::level(*play);
-    EXPECT_GE(level.getWidth(), 62u);
-    EXPECT_GE(level.getHeight(), 986u);
-    EXPECT_EQ(level.at(60, 984), LevelMap::empty);
-    EXPECT_EQ(motion().x, 60);
-    EXPECT_EQ(motion().y, 984);
-    for (int frame = 0; frame < 100; ++frame) draw();
-    EXPECT_EQ(motion().x, 60) << "the runner waits for its keys";
-    EXPECT_NE(level.at(60, static_cast<int>(motion().y) + 1), LevelMap::empty) << "on the ground";
-    EXPECT_FALSE(isFinished());
-}
+// --- no level
 
 TEST_F(Play, WithoutALevelTheRunnerStandsStillInRock) {
     Inspector::setLevel(*play, [] { return LevelMap(LoadedImage()); });
     press("P1Right");
     for (int frame = 0; frame < 50; ++frame) {
         press("Action");
-        EXPECT_EQ(count(draw(), "36x36"), 0) << "there is no rock to paint";
+        const Calls& calls = draw();
+        EXPECT_TRUE(std::none_of(calls.begin(), calls.end(), [](const Call& call) {
+            return call.name == "36x36";
+        })) << "there is no rock to paint";
     }
     EXPECT_EQ(motion().x, 60);
     EXPECT_EQ(motion().y, 984);

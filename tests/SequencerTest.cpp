@@ -7,7 +7,6 @@
 
 #include "game/Noise.h"
 #include "sound/AudioSingleton.h"
-#include "sound/KickSynth.h"
 #include "sound/SequencerCursor.h"
 #include "tools/Inspector.h"
 
@@ -113,15 +112,6 @@ protected:
         return std::all_of(output.begin(), output.end(), [](float value) { return value == 0; });
     }
 
-    // The hit of a kick, rendered by itself.
-    static std::vector<float> kickHit(bool alternate, std::int32_t offset, std::int32_t frames) {
-        KickSynth kick;
-        kick.trigger(true, offset, alternate);
-        std::vector<float> output(2 * static_cast<std::size_t>(frames));
-        kick.render(output.data(), frames);
-        return output;
-    }
-
     std::unique_ptr<AudioSingleton> sound = Inspector::makeSound();
     bool writes = false;
     int bars = 0;
@@ -163,14 +153,6 @@ TEST_F(GridTest, ANoteOfTheBarEventSoundsInThatBar) {
     EXPECT_EQ(Inspector::soundingVoices(*sound, 2), 0);
     process(1);
     EXPECT_EQ(Inspector::soundingVoices(*sound, 2), 1);
-}
-
-TEST_F(GridTest, AnOddNoteIsADrumsOtherHitAndBothBeginOnTheirSample) {
-    for (const std::int32_t note : {0, 1, 2, 3}) {
-        sound->toggleStep(4, 1, note);
-        sound->rewindBar();
-        EXPECT_EQ(process(12000), kickHit(note % 2 == 1, 5513, 12000)) << note;
-    }
 }
 
 TEST_F(GridTest, APitchedNoteBeginsASampleBeforeItsStepUnlessThatIsTheBuffersFirst) {

@@ -9,8 +9,6 @@
 
 #include <gtest/gtest.h>
 
-#include "sound/PolyphonicSynth.h"
-
 static std::vector<float> render(SimpleSynth& voice, std::int32_t frames, std::int32_t buffer) {
     std::vector<float> output(2 * static_cast<std::size_t>(frames));
     for (std::int32_t at = 0; at < frames; at += buffer) {
@@ -24,15 +22,6 @@ static std::int32_t soundingFrames(SimpleSynth& voice) {
     float frame[2] = {};
     for (; voice.isActive(); ++frames) voice.render(frame, 1);
     return frames - 1; // the last one only ended the note
-}
-
-TEST(SimpleSynth, ANoteLastsTwiceItsLengthToTheSample) {
-    SimpleSynth voice;
-    voice.noteOn(440, 0);
-    EXPECT_EQ(soundingFrames(voice), 44122);
-    voice.setParameter("noteLength", 1, true);
-    voice.noteOn(440, 0);
-    EXPECT_EQ(soundingFrames(voice), 88273);
 }
 
 // A sample at the note's very end is its last one; one behind the end, by a hair, is not.

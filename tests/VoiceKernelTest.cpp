@@ -9,7 +9,6 @@
 #include <cstring>
 #include <limits>
 #include <memory>
-#include <string>
 #include <vector>
 
 #include "sound/PolyphonicSynth.h"
@@ -167,32 +166,3 @@ TEST_P(VoiceKernelTest, RendersTheVoicesOfABank) {
 INSTANTIATE_TEST_SUITE_P(Levels, VoiceKernelTest,
                          testing::Values(VoiceKernel::Level::scalar, VoiceKernel::Level::sse2,
                                          VoiceKernel::Level::avx2));
-
-// The sound's own tanh is all that tells the voices from ones on the C library's.
-TEST(VoiceTest, IsCloseToAVoiceOnTheLibrarysTanh) {
-    for (const float resonance : {0.0f, 0.5f, 1.0f}) {
-        for (const float frequency : {55.0f, 220.0f, 880.0f}) {
-            ReferenceVoice own;
-            own.patch = {.waveAmount = 0.4f,
-                         .filterCutoff = 0.3f,
-                         .filterRes = resonance,
-                         .filterEnvAmount = 0.5f,
-                         .distGain = 4,
-                         .detunedSawAmount = 0.5f};
-            ReferenceVoice library = own;
-            SimpleSynth voice;
-            own.givePatch(voice);
-            voice.noteOn(frequency, 0);
-            library.noteOn(frequency, 0);
-            std::vector<float> output(2 * 44200);
-            std::vector<float> expected = output;
-            voice.render(output.data(), 44200);
-            library.render<ReferenceVoice::libraryTanh>(expected.data(), 44200);
-            float worst = 0;
-            for (std::size_t i = 0; i < output.size(); ++i) {
-                worst = std::max(worst, std::fabs(output[i] - expected[i]));
-            }
-            EXPECT_LT(worst, 2e-6f) << frequency << " hertz, resonance " << resonance;
-        }
-    }
-}
