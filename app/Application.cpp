@@ -8,16 +8,16 @@
 #include "app/Settings.h"
 #include "drawing/ImageLoader.h"
 #include "drawing/OpenGLDrawer.h"
-#include "game/GamePlay.h"
+#include "game/PlayRules.h"
 #include "images/EmbeddedImages.h"
 #include "platform/Platform.h"
 #include "screens/Epilogue.h"
+#include "screens/GamePlay.h"
 #include "screens/TitleScreen.h"
 #include "sound/AudioSingleton.h"
 
 static constexpr std::int16_t virtualWidth = 1280; // units
 static constexpr std::int16_t virtualHeight = 720;
-static constexpr std::uint32_t framePeriod = 15; // ms at least from frame to frame
 
 // The first release of SDL 1.2's successor in disguise, which knows Wayland.
 static constexpr Uint8 firstWaylandPatch = 50;

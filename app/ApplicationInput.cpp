@@ -4,9 +4,9 @@
 #include <cmath>
 
 #include "app/Application.h"
-#include "app/GameState.h"
 #include "app/InputCodes.h"
 #include "drawing/Drawer.h"
+#include "screens/GameState.h"
 
 static constexpr std::int32_t firstButton = 4; // joystick code of button 0
 

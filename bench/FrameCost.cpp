@@ -15,11 +15,11 @@
 #include <vector>
 
 #include "app/Application.h"
+#include "base/Noise.h"
 #include "drawing/OpenGLDrawer.h"
-#include "game/GamePlay.h"
-#include "game/Noise.h"
-#include "tests/GoalRun.h"
-#include "tests/LiteralPlay.h"
+#include "screens/GamePlay.h"
+#include "tests/support/GoalRun.h"
+#include "tests/support/LiteralPlay.h"
 #include "tools/Inspector.h"
 
 static constexpr double mostOfLiteral = 0.75; // of the frame with nothing left out

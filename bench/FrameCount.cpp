@@ -12,9 +12,9 @@
 #include <vector>
 
 #include "app/Application.h"
-#include "bench/GlStandIn.h"
-#include "game/GamePlay.h"
-#include "game/Noise.h"
+#include "base/Noise.h"
+#include "screens/GamePlay.h"
+#include "tests/support/GlStandIn.h"
 #include "tools/Inspector.h"
 
 static constexpr int warmUpFrames = 10; // make all textures and fonts

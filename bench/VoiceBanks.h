@@ -12,7 +12,7 @@
 #include "sound/HatSynth.h"
 #include "sound/KickSynth.h"
 #include "sound/SimpleSynth.h"
-#include "tests/ReferenceVoice.h"
+#include "tests/support/ReferenceVoice.h"
 
 // The work by which voices are measured: notes of 2 seconds, each of its own pitch, on a patch that
 // uses all that a voice has. A bank of the program's voices, and the same of literal ones.

@@ -8,7 +8,7 @@
 
 #include <iostream>
 
-#include "app/FilePath.h"
+#include "base/FilePath.h"
 
 static constexpr int featureShaders = 0;
 static constexpr int featureFrameBuffer = 1;

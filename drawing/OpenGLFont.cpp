@@ -7,7 +7,7 @@
 #include <algorithm>
 #include <iostream>
 
-#include "app/FilePath.h"
+#include "base/FilePath.h"
 #include "drawing/FontFile.h"
 #include "drawing/GlyphAtlas.h"
 

@@ -3,9 +3,9 @@
 
 #include <algorithm>
 
+#include "base/Noise.h"
 #include "drawing/OpenGLDrawer.h"
 #include "drawing/SpriteTexture.h"
-#include "game/Noise.h"
 #include "images/EmbeddedImages.h"
 
 static constexpr float fieldSize = 64;       // field units, both ways

@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <memory>
 
-#include "app/FilePath.h"
+#include "base/FilePath.h"
 #include "drawing/LoadedImage.h"
 
 // A level: a grid of tile codes made from a picture, one pixel a tile, the picture's top row being

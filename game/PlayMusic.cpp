@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Zlib
 #include "game/PlayMusic.h"
 
-#include "game/Noise.h"
+#include "base/Noise.h"
 #include "sound/AudioSingleton.h"
 
 static constexpr std::int32_t bassTrack = 0;

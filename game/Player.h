@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Zlib
 #pragma once
 
-#include "game/SharedValue.h"
+#include "base/SharedValue.h"
 #include "game/WorldPoint.h"
 
 class Drawer;

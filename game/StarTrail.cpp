@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: Zlib
 #include "game/StarTrail.h"
 
+#include "base/EnvelopeShape.h"
+#include "base/Noise.h"
 #include "drawing/OpenGLDrawer.h"
 #include "drawing/SpriteTexture.h"
-#include "game/Noise.h"
 #include "images/EmbeddedImages.h"
-#include "sound/EnvelopeShape.h"
 
 static constexpr float shrinkStep = 0.075f; // of size, a drawing
 static constexpr float pivot = 8;           // the middle of the picture, in its pixels

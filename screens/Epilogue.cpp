@@ -1,14 +1,14 @@
 // SPDX-License-Identifier: Zlib
 #include "screens/Epilogue.h"
 
-#include "app/FilePath.h"
+#include "base/FilePath.h"
 #include "drawing/OpenGLDrawer.h"
 #include "drawing/SpriteTexture.h"
 #include "game/Backdrop.h"
+#include "game/PlayRules.h"
 #include "images/EmbeddedImages.h"
 #include "sound/AudioSingleton.h"
 
-static constexpr WorldPoint start = {60, 944};
 static constexpr float fontSize = 64; // pixels
 
 // Made by the first drawing of the process.
@@ -20,7 +20,7 @@ static FilePath levelFile() {
 }
 
 Epilogue::Epilogue(Application& owner)
-    : GameState(owner), map(levelFile()), player(start), vortex(true) {}
+    : GameState(owner), map(levelFile()), player(epilogueStart), vortex(true) {}
 
 void Epilogue::draw(Drawer& drawer) {
     if (skyTexture == 0) {

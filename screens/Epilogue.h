@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: Zlib
 #pragma once
 
-#include "app/GameState.h"
 #include "game/CloudField.h"
 #include "game/LevelMap.h"
 #include "game/Player.h"
 #include "game/StarTrail.h"
 #include "game/TileRenderer.h"
 #include "game/TimeVortex.h"
+#include "screens/GameState.h"
 
 // The closing scene, on a level of its own: the vortex opens, the runner drops in with nobody at
 // the controls, a line comes up, and then a sound and "TO BE CONTINUED". It stays until the program

@@ -3,7 +3,7 @@
 
 #include <array>
 
-#include "app/GameState.h"
+#include "screens/GameState.h"
 
 // The opening screen: a darkened sky and a short story that pages on by itself, or faster on any
 // key, with a thump at each page. After its last page a key starts the play.

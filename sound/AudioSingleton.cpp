@@ -3,7 +3,7 @@
 
 #include <thread>
 
-#include "app/FilePath.h"
+#include "base/FilePath.h"
 #include "sound/ClapSynth.h"
 #include "sound/CrashSynth.h"
 #include "sound/HatSynth.h"

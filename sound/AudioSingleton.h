@@ -6,7 +6,7 @@
 #include <memory>
 #include <string>
 
-#include "game/SharedValue.h"
+#include "base/SharedValue.h"
 #include "sound/PitchFile.h"
 #include "sound/PolyphonicSynth.h"
 #include "sound/SequencerCursor.h"

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: Zlib
 #include "sound/ClapSynth.h"
 
-#include "game/Noise.h"
+#include "base/EnvelopeShape.h"
+#include "base/Noise.h"
 #include "sound/DrumRendering.h"
-#include "sound/EnvelopeShape.h"
 
 static constexpr float envelopeStep = 0.00018140589f; // 8 / 44100 a sample
 static constexpr float gain = 0.15f;

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: Zlib
 #include "sound/CrashSynth.h"
 
-#include "game/Noise.h"
+#include "base/EnvelopeShape.h"
+#include "base/Noise.h"
 #include "sound/DrumRendering.h"
-#include "sound/EnvelopeShape.h"
 
 static constexpr float envelopeStep = 0.00006802721f; // 3 / 44100 a sample
 static constexpr float gain = 0.33f;

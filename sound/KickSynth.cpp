@@ -3,8 +3,8 @@
 
 #include <cmath>
 
+#include "base/EnvelopeShape.h"
 #include "sound/DrumRendering.h"
-#include "sound/EnvelopeShape.h"
 #include "sound/HyperbolicTangent.h"
 
 static constexpr float envelopeStep = 0.00018140589f; // 8 / 44100 a sample: an eighth of a second

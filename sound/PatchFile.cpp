@@ -5,7 +5,7 @@
 #include <iostream>
 #include <sstream>
 
-#include "app/FilePath.h"
+#include "base/FilePath.h"
 
 static constexpr int countLine = 23;
 static constexpr std::size_t countColumn = 26;

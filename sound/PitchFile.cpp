@@ -3,7 +3,7 @@
 
 #include <sstream>
 
-#include "game/Noise.h"
+#include "base/Noise.h"
 
 static constexpr std::size_t longestLine = 255; // characters that count
 

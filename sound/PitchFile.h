@@ -4,7 +4,7 @@
 #include <array>
 #include <string>
 
-#include "app/FilePath.h"
+#include "base/FilePath.h"
 
 // The frequencies of the notes 0 to 7, in hertz.
 using PitchTable = std::array<float, 8>;

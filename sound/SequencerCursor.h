@@ -3,7 +3,7 @@
 
 #include <cstdint>
 
-#include "game/SharedValue.h"
+#include "base/SharedValue.h"
 
 // The clock of the music: it finds the sample on which each step begins. A bar has 16 steps and
 // lasts 2 seconds, nearly: position and step are single precision and rounded at every sample, and

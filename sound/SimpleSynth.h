@@ -4,7 +4,7 @@
 #include <atomic>
 #include <span>
 
-#include "sound/EnvelopeShape.h"
+#include "base/EnvelopeShape.h"
 #include "sound/LadderFilter.h"
 #include "sound/MonophonicSynth.h"
 #include "sound/WaveTables.h"

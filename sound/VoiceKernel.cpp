@@ -4,7 +4,7 @@
 #include <algorithm>
 #include <limits>
 
-#include "game/SharedValue.h"
+#include "base/SharedValue.h"
 
 static SharedValue<VoiceStages::Level> currentLevel = VoiceStages::best();
 

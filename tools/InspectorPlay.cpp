@@ -3,7 +3,7 @@
 
 #include "app/Application.h"
 #include "drawing/Drawer.h"
-#include "game/GamePlay.h"
+#include "screens/GamePlay.h"
 #include "tools/Inspector.h"
 
 Drawer& Inspector::drawer(Application& application) {

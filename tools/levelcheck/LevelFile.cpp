@@ -6,7 +6,7 @@
 #include <cstdint>
 #include <optional>
 
-#include "app/FilePath.h"
+#include "base/FilePath.h"
 #include "drawing/ImageLoader.h"
 
 static constexpr std::uint64_t mostTiles = 1 << 26;

@@ -4,7 +4,7 @@
 #include <iostream>
 #include <sstream>
 
-#include "app/FilePath.h"
+#include "base/FilePath.h"
 #include "tools/CommandLine.h"
 #include "tools/levelcheck/BotWay.h"
 #include "tools/levelcheck/LevelCheck.h"

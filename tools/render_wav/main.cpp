@@ -7,8 +7,8 @@
 #include <iostream>
 #include <iterator>
 
-#include "app/FilePath.h"
-#include "game/Noise.h"
+#include "base/FilePath.h"
+#include "base/Noise.h"
 #include "sound/PatchFile.h"
 #include "tools/CommandLine.h"
 #include "tools/render_wav/SoundRenderer.h"

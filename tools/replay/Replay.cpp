@@ -7,10 +7,10 @@
 #include <filesystem>
 
 #include "app/Application.h"
-#include "app/FilePath.h"
-#include "game/GamePlay.h"
-#include "game/Noise.h"
+#include "base/FilePath.h"
+#include "base/Noise.h"
 #include "platform/Platform.h"
+#include "screens/GamePlay.h"
 #include "sound/AudioSingleton.h"
 #include "tools/Inspector.h"
 #include "tools/replay/PictureFile.h"

@@ -1,0 +1,70 @@
+// SPDX-License-Identifier: Zlib
+#include "base/FilePath.h"
+
+#include <iostream>
+
+#include "platform/Platform.h"
+
+static constexpr char separator = '/';
+
+bool FilePath::exists() const {
+    if (path.empty()) return false;
+    const Platform::PathKind kind = Platform::pathStatus(path).kind;
+    return kind != Platform::PathKind::missing && kind != Platform::PathKind::unreachable;
+}
+
+bool FilePath::isFile() const {
+    if (path.empty()) return false;
+    const Platform::PathKind kind = Platform::pathStatus(path).kind;
+    return kind == Platform::PathKind::file || kind == Platform::PathKind::special;
+}
+
+bool FilePath::isOrdinaryFile() const {
+    return !path.empty() && Platform::pathStatus(path).kind == Platform::PathKind::file;
+}
+
+std::ifstream FilePath::open() const {
+    return isOrdinaryFile() ? std::ifstream(path, std::ios::binary) : std::ifstream();
+}
+
+bool FilePath::isDirectory() const {
+    if (path.empty()) return false;
+    const Platform::PathStatus status = Platform::pathStatus(path);
+    if (!status.failure.empty()) {
+        std::cout << "FilePath::isDirectory() error: " << status.failure << std::endl;
+    }
+    return status.kind == Platform::PathKind::directory;
+}
+
+std::string FilePath::getExtension() const {
+    if (path.empty() || isDirectory()) return "";
+    // Without a dot, rfind gives npos, and npos + 1 is 0: the whole path.
+    return path.substr(path.rfind('.') + 1);
+}
+
+std::uint32_t FilePath::getEntryCount() const {
+    if (path.empty() || !isDirectory()) return 0;
+    const auto names = Platform::listDirectory(path);
+    return names ? static_cast<std::uint32_t>(names->size()) : 0;
+}
+
+FilePath FilePath::getEntry(std::uint32_t index) const {
+    const auto names = Platform::listDirectory(path);
+    return names && index < names->size() ? join((*names)[index]) : FilePath();
+}
+
+FilePath FilePath::join(const std::string& other) const {
+    return FilePath(path + separator + other);
+}
+
+FilePath FilePath::getDataDirectory() {
+    const std::string executable = Platform::executablePath();
+    // Without a separator, substr to npos keeps the whole text.
+    return FilePath(executable.substr(0, executable.rfind(separator)));
+}
+
+std::vector<FilePath> FilePath::getSystemFontDirectories() {
+    const std::string drive = Platform::environment("SystemDrive");
+    if (drive.empty()) return {};
+    return {FilePath(drive).join("Windows").join("Fonts")};
+}

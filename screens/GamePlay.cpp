@@ -1,0 +1,102 @@
+// SPDX-License-Identifier: Zlib
+#include "screens/GamePlay.h"
+
+#include "base/FilePath.h"
+#include "drawing/OpenGLDrawer.h"
+#include "drawing/SpriteTexture.h"
+#include "game/Backdrop.h"
+#include "game/PlayRules.h"
+#include "images/EmbeddedImages.h"
+
+static constexpr float fontSize = 64; // pixels
+
+// The speed display, in units of the virtual screen.
+static constexpr float barX = 648;
+static constexpr float barY = 40;
+static constexpr float barHeight = 48;
+static constexpr float barUnits = 300; // for a speed of 1
+static constexpr float markWidth = 8;
+
+// Made by the first drawing of the process.
+static std::uint32_t skyTexture = 0;
+static std::int32_t displayFont = 0;
+
+static FilePath levelFile() {
+    return FilePath::getDataDirectory().join("levels").join("episode1.png");
+}
+
+GamePlay::GamePlay(Application& owner)
+    : GameState(owner), map(levelFile()), player(playStart), vortex(false) {
+    if (isMusicOff()) return;
+    AudioSingleton& sound = AudioSingleton::instance();
+    music.start(sound);
+    sound.setCallback(this); // last: from here on a bar event may come
+}
+
+GamePlay::~GamePlay() {
+    AudioSingleton& sound = AudioSingleton::instance();
+    sound.setCallback(nullptr); // first, and it waits for a bar event in flight,
+    sound.clearSteps();         // which would write notes back
+}
+
+void GamePlay::onBar() {
+    music.onBar(AudioSingleton::instance(), player.speed());
+}
+
+void GamePlay::draw(Drawer& drawer) {
+    if (skyTexture == 0) {
+        skyTexture = createSpriteTexture(drawer, spriteSky);
+        displayFont = drawer.createFont("MarsNeedsCunnilingus.ttf", fontSize);
+    }
+    if (!finished) step();
+    drawWorld(drawer);
+    drawSpeed(drawer);
+    if (!finished) return;
+    vortex.draw(drawer);
+    if (vortex.getSize() >= 1) changeState("Epilogue", ""); // this object may be gone now
+}
+
+void GamePlay::step() {
+    player.update(heldKeys, map);
+    if (player.isAirborne()) trail.spawn(player.position());
+    if (player.kickSpeed() >= goalSpeed) {
+        finished = true;
+        player.startWarp();
+    }
+}
+
+void GamePlay::drawWorld(Drawer& drawer) {
+    const WorldPoint camera = cameraFor(player.position());
+    drawBackdrop(drawer, skyTexture, 112, 96, 128, finished ? &vortex : nullptr);
+    clouds.draw(drawer, camera);
+    tiles.draw(drawer, map, camera);
+    trail.draw(drawer, camera);
+    player.draw(drawer);
+}
+
+void GamePlay::drawSpeed(Drawer& drawer) const {
+    drawer.drawText("Speed:", displayFont, 384, 40, 1024, 1, 1, 1, 1, 1);
+    drawer.drawText("88mph", displayFont, 1024, 112, 512, 1, 1, 1, 1, 1);
+    drawer.fillRect(barX - 8, barY - 8, 608, barHeight + 16, 255, 255, 255, 255);
+    drawer.fillRect(barX - 4, barY - 4, 600, barHeight + 8, 0, 0, 0, 255);
+    drawer.fillRect(barX, barY, player.kickSpeed() * barUnits, barHeight, 255, 0, 0, 255);
+    drawer.fillRect(barX + goalSpeed * barUnits, barY - 12, markWidth, barHeight + 24, 255, 255,
+                    255, 255);
+}
+
+void GamePlay::keyPressed(const std::string& action, const SDL_keysym* /*key*/) {
+    if (action == "Escape") quit();
+    if (action == "Action") player.requestKick();
+    holdKey(action, true);
+}
+
+void GamePlay::keyReleased(const std::string& action, const SDL_keysym* /*key*/) {
+    holdKey(action, false);
+}
+
+void GamePlay::holdKey(const std::string& action, bool held) {
+    if (action == "P1Up") heldKeys.up = held;
+    if (action == "P1Left") heldKeys.left = held;
+    if (action == "P1Right") heldKeys.right = held;
+    if (action == "P1Down") heldKeys.down = held;
+}

@@ -1,0 +1,35 @@
+// SPDX-License-Identifier: Zlib
+#include "tests/support/GoalRun.h"
+
+#include <fstream>
+
+#include "game/LevelMap.h"
+#include "tools/replay/InputScript.h"
+
+LevelMap GoalRun::loadLevel() {
+    return LevelMap(FilePath::getDataDirectory().join("levels").join("episode1.png"));
+}
+
+std::vector<GoalRun::Frame> GoalRun::find(const LevelMap& map) {
+    std::ifstream source(GOAL_REPLAY);
+    InputScript script;
+    std::string failure;
+    if (!script.read(source, failure)) return {};
+    std::vector<Frame> run;
+    Player player({60, 984});
+    Frame frame;
+    bool* const keys[] = {&frame.held.up, &frame.held.left, &frame.held.right, &frame.held.down};
+    for (std::uint32_t number = 0; number < script.getEnd(); ++number) {
+        frame.action = false;
+        for (const InputScript::Press& press : script.pressesBefore(number)) {
+            if (press.key < InputScript::action) *keys[press.key] = press.pressed;
+            if (press.key == InputScript::action && press.pressed) frame.action = true;
+        }
+        frame.before = Inspector::motion(player);
+        run.push_back(frame);
+        if (frame.action) player.requestKick();
+        player.update(frame.held, map);
+        if (player.kickSpeed() >= 1.5f) return run;
+    }
+    return {};
+}

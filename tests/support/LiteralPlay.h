@@ -1,0 +1,39 @@
+// SPDX-License-Identifier: Zlib
+#pragma once
+
+#include "game/CloudField.h"
+#include "game/LevelMap.h"
+#include "game/Player.h"
+#include "game/StarTrail.h"
+#include "tests/support/GoalRun.h"
+#include "tests/support/LiteralTileRenderer.h"
+
+class OpenGLDrawer;
+
+// The play on the shipped level with nothing left out of its picture: the whole background, every
+// tile and outline, four rings of the vortex. It is slow and plain, and what the game's play shows
+// must be the same to the pixel. Built and drawn at the same states of the noise it goes in step.
+class LiteralPlay {
+public:
+    LiteralPlay() : map(GoalRun::loadLevel()), player({60, 984}) {}
+
+    // A step of the rules and a drawing.
+    void draw(OpenGLDrawer& drawer);
+
+    Player& runner() { return player; }
+    HeldKeys held;
+
+private:
+    void drawWorld(OpenGLDrawer& drawer);
+    void drawSpeed(OpenGLDrawer& drawer);
+    void drawVortex(OpenGLDrawer& drawer);
+
+    LevelMap map;
+    LiteralTileRenderer tiles;
+    CloudField clouds;
+    Player player;
+    StarTrail trail;
+    float vortexSize = 0;
+    std::size_t vortexDrawings = 0; // so far
+    bool finished = false;
+};

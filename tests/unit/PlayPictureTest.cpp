@@ -1,0 +1,97 @@
+// SPDX-License-Identifier: Zlib
+// What the play shows is, to the pixel, what it would show with nothing left out: along the run
+// that wins the shipped level, and under the vortex until the screen is closed.
+#include "app/Application.h"
+#include "base/Noise.h"
+#include "screens/GamePlay.h"
+#include "tests/support/GlWindow.h"
+#include "tests/support/LiteralPlay.h"
+#include "tools/Inspector.h"
+
+// The real application's window, and both plays in step on it.
+class PlayPicture : public testing::Test {
+protected:
+    static constexpr std::uint32_t seed = 11;
+
+    PlayPicture() : drawer(static_cast<OpenGLDrawer&>(Inspector::drawer(application))) {
+        noiseSeed() = seed;
+        play = std::make_unique<GamePlay>(application);
+        noiseSeed() = seed;
+        literal = std::make_unique<LiteralPlay>();
+    }
+
+    void setMotion(const Inspector::Motion& motion) {
+        Inspector::setMotion(Inspector::player(*play), motion);
+        Inspector::setMotion(literal->runner(), motion);
+    }
+
+    template <typename Play>
+    Picture drawFrame(Play& drawn) {
+        drawer.beginFrame();
+        drawn.draw(drawer);
+        Picture picture = Picture::ofWindow(1280, 720);
+        drawer.endFrame();
+        return picture;
+    }
+
+    // The next frame of both; what differs, in words.
+    std::string difference() {
+        const std::uint32_t before = noiseSeed();
+        const Picture shortened = drawFrame(*play);
+        noiseSeed() = before;
+        return shortened.differenceTo(drawFrame(*literal));
+    }
+
+    // Takes both a frame further; they paint on one pixel of the window, to save time.
+    void skip() {
+        const std::uint32_t before = noiseSeed();
+        glViewport(0, 0, 1, 1);
+        play->draw(drawer);
+        noiseSeed() = before;
+        literal->draw(drawer);
+        drawer.resetViewport();
+    }
+
+    Application application = Application(Inspector::quietArguments());
+    OpenGLDrawer& drawer;
+    std::unique_ptr<GamePlay> play;
+    std::unique_ptr<LiteralPlay> literal;
+};
+
+// One test, since the textures of a process belong to one window.
+TEST_F(PlayPicture, IsTheWholeOneAlongTheRunAndUnderTheVortex) {
+    const LevelMap map = GoalRun::loadLevel();
+    const std::vector<GoalRun::Frame> run = GoalRun::find(map);
+    ASSERT_GT(run.size(), 600u);
+
+    static constexpr std::size_t stretches = 12;
+    for (std::size_t stretch = 0; stretch < stretches; ++stretch) {
+        const std::size_t first = (run.size() - 60) * stretch / (stretches - 1);
+        for (std::size_t i = first; i < first + 58; ++i) { // long enough for a whole trail
+            setMotion(run[i].before);
+            if (i % 19 != 0) {
+                skip();
+            } else {
+                ASSERT_EQ(difference(), "") << "frame " << i;
+            }
+        }
+    }
+
+    setMotion(run.back().before);
+    literal->held = run.back().held;
+    play->keyPressed(run.back().held.left ? "P1Left" : "", nullptr);
+    play->keyPressed(run.back().held.right ? "P1Right" : "", nullptr);
+    if (run.back().action) {
+        play->keyPressed("Action", nullptr);
+        literal->runner().requestKick();
+    }
+    ASSERT_EQ(difference(), "") << "at the goal";
+    ASSERT_TRUE(Inspector::isFinished(*play));
+    for (int drawing = 1; drawing < 200; ++drawing) { // one more would end the play
+        if (drawing % 9 != 0 && drawing < 199) {
+            skip();
+        } else {
+            ASSERT_EQ(difference(), "") << "under the vortex, drawing " << drawing;
+        }
+    }
+}

@@ -1,0 +1,250 @@
+// SPDX-License-Identifier: Zlib
+// The bits of the sound: whatever compiler, optimisation, processor and C library render it, these
+// fingerprints stay. With PRINT_GOLDENS in the environment the new ones are printed, too, for the
+// day on which the sound is changed on purpose.
+#include <algorithm>
+#include <array>
+#include <bit>
+#include <cmath>
+#include <cstdio>
+#include <cstdlib>
+#include <fstream>
+#include <functional>
+#include <iomanip>
+#include <memory>
+#include <span>
+#include <sstream>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "base/Noise.h"
+#include "game/PlayMusic.h"
+#include "sound/AudioSingleton.h"
+#include "sound/ClapSynth.h"
+#include "sound/CrashSynth.h"
+#include "sound/HatSynth.h"
+#include "sound/KickSynth.h"
+#include "sound/VoiceKernel.h"
+#include "tools/Inspector.h"
+
+// Values in the order of a patch file.
+using Patch = std::array<float, 16>;
+static constexpr Patch bass = {0.3f, 0.02f, 0.4f,  0,    1,    0.02f, 0.85f, 0.15f,
+                               0,    1,     0.02f, 0.5f, 0.1f, 1.8f,  0.25f, 0.12f};
+static constexpr Patch pad = {0.4f, 0.3f, 0.5f,  0,    0,     0.5f, 0.9f, 0.5f,
+                              0,    1,    0.35f, 0.6f, 0.97f, 2,    2,    0.5f};
+static constexpr Patch high = {0.5f, 0.07f, 0.55f,  0,     1,     0.012f, 0.55f, 0.35f,
+                               0,    1,     0.012f, 0.98f, 0.14f, 1,      4,     0.25f};
+static constexpr Patch steep = {1, 0.07f, 1,     1,    1,     0.75f, 1, -0.6f,
+                                1, 0,     0.82f, 0.1f, 0.25f, 4,     1, 1};
+static constexpr Patch abrupt = {0.5f, 0.1f, 0.9f, 0, 0, 0, 0, 1, 0, 0, 0, 0, 0.05f, 3, 1, 0};
+static constexpr Patch blowingUp = {0.2f, 1, 10,   0,    0,    0.1f, 0.5f, 1,
+                                    0,    0, 0.1f, 0.5f, 0.1f, 2,    1,    0.3f};
+
+// FNV-1a over whole samples.
+class Fingerprint {
+public:
+    void add(std::span<const float> samples) {
+        for (const float sample : samples) {
+            value = (value ^ std::bit_cast<std::uint32_t>(sample)) * 0x100000001b3;
+        }
+    }
+
+    void expect(std::uint64_t golden, const std::string& what) const {
+        if (std::getenv("PRINT_GOLDENS")) std::cout << hex(value) << "  " << what << std::endl;
+        EXPECT_EQ(hex(value), hex(golden)) << what;
+    }
+
+private:
+    static std::string hex(std::uint64_t number) {
+        std::ostringstream text;
+        text << "0x" << std::hex << std::setw(16) << std::setfill('0') << number;
+        return text.str();
+    }
+
+    std::uint64_t value = 0xcbf29ce484222325;
+};
+
+// Renders into a buffer that starts silent, again and again until there is no more.
+static Fingerprint renderWhole(std::int32_t frames, const std::function<bool()>& isActive,
+                               const std::function<void(float*, std::int32_t)>& render) {
+    Fingerprint print;
+    std::vector<float> buffer(2 * static_cast<std::size_t>(frames));
+    while (isActive()) {
+        std::fill(buffer.begin(), buffer.end(), 0.0f);
+        render(buffer.data(), frames);
+        print.add(buffer);
+    }
+    return print;
+}
+
+// At one level of the processor; all have the same goldens.
+class SoundGoldenTest : public testing::TestWithParam<VoiceKernel::Level>,
+                        public AudioSingleton::Callback {
+protected:
+    void SetUp() override {
+        if (GetParam() > VoiceStages::best()) {
+            GTEST_SKIP() << "this processor, or this build, has no such instructions";
+        }
+        VoiceKernel::setLevel(GetParam());
+    }
+    void TearDown() override { VoiceKernel::setLevel(VoiceStages::best()); }
+
+    static void give(const Patch& patch, SimpleSynth& voice) {
+        for (std::size_t i = 0; i < patch.size(); ++i) {
+            const auto index = static_cast<std::int32_t>(i);
+            voice.setParameter(voice.parameterName(index), patch[i], true);
+        }
+    }
+
+    // In the form that the game reads.
+    static void give(const Patch& patch, AudioSingleton& sound, std::size_t bank) {
+        const std::string path = testing::TempDir() + "SoundGoldenTest.inl";
+        std::ofstream file(path);
+        file << std::string(22, '\n') << "static const int values = 16;\n\n{\n";
+        for (const float value : patch) file << std::setprecision(9) << value << "f,\n";
+        file << "};\n";
+        file.close();
+        sound.loadPatch(bank, path);
+        std::remove(path.c_str());
+    }
+
+    void onBar() override { music.onBar(*sound, ++bars % 4 == 0 ? 0.5f : 0.51f); }
+
+    std::unique_ptr<AudioSingleton> sound;
+    PlayMusic music;
+    int bars = 0;
+};
+
+// All notes of a patch together, each a voice of a bank; the last is far above the table's rows.
+TEST_P(SoundGoldenTest, Notes) {
+    static constexpr float pitches[] = {27.5f, 55,   110,  220.5f, 440,  440.1f,
+                                        700,   1000, 1250, 1400,   1541, 3000};
+    const struct {
+        const char* name;
+        Patch patch;
+        std::uint64_t golden;
+    } cases[] = {
+        {"bass", bass, 0xa3acf84aea3788ad},     {"pad", pad, 0xb0bdf4eb3c0e7823},
+        {"high", high, 0xeec7498a39306fe5},     {"steep", steep, 0x21393a2f068d6ad7},
+        {"abrupt", abrupt, 0xae05f2c2ccf23d59}, {"blowing up", blowingUp, 0xaa31e64b70c40e65},
+    };
+    for (const auto& known : cases) {
+        std::vector<SimpleSynth> voices(std::size(pitches));
+        for (std::size_t i = 0; i < voices.size(); ++i) {
+            give(known.patch, voices[i]);
+            voices[i].noteOn(pitches[i], static_cast<std::int32_t>(i * i));
+        }
+        renderWhole(
+            100,
+            [&] {
+                return std::ranges::any_of(voices, [](auto& voice) { return voice.isActive(); });
+            },
+            [&](float* output, std::int32_t frames) {
+                SimpleSynth::renderAll(voices, output, frames);
+            })
+            .expect(known.golden, known.name);
+    }
+}
+
+// A minute of a play's music, slow at every fourth bar, over all other tracks and a thump. Where
+// buffers begin decides who draws which noise first, and moves notes by a sample.
+TEST_P(SoundGoldenTest, AMinuteOfMusic) {
+    const struct {
+        std::int32_t frames;
+        std::uint64_t golden;
+    } cases[] = {{16, 0xa8c556056f255bf3},
+                 {55, 0xd25a98180979c4fd},
+                 {256, 0x70f15b868feeaf15},
+                 {512, 0x54ac94c391bdd069}};
+    for (const auto& known : cases) {
+        sound = Inspector::makeSound();
+        music = PlayMusic();
+        bars = 0;
+        noiseSeed() = 1;
+        std::size_t bank = 0;
+        for (const Patch& patch : {bass, pad, high, steep, abrupt}) give(patch, *sound, bank++);
+        sound->setPitches({220, 247.5f, 275, 330, 371.25f, 412.5f, 110, 55});
+        for (std::int32_t step = 0; step < AudioSingleton::steps; ++step) {
+            if (step % 8 == 3) sound->toggleStep(3, step, 1);
+            if (step % 4 == 0) sound->toggleStep(4, step, step / 8);
+            if (step % 8 == 4) sound->toggleStep(5, step, step / 8);
+            if (step % 2 == 0) sound->toggleStep(6, step, step / 2);
+            if (step % 8 == 0) sound->toggleStep(7, step, step / 8);
+        }
+        music.start(*sound);
+        sound->setCallback(this);
+        sound->playBom();
+        std::int32_t left = 60 * 44100;
+        renderWhole(
+            known.frames, [&] { return left > 0; },
+            [&](float* output, std::int32_t frames) {
+                sound->process(output, frames);
+                left -= frames;
+            })
+            .expect(known.golden, "buffers of " + std::to_string(known.frames));
+        sound->setCallback(nullptr);
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Levels, SoundGoldenTest,
+                         testing::Values(VoiceKernel::Level::scalar, VoiceKernel::Level::sse2,
+                                         VoiceKernel::Level::avx2));
+
+TEST(SoundGolden, WaveTables) {
+    const struct {
+        float highest; // hertz
+        std::uint64_t saw;
+        std::uint64_t square;
+    } cases[] = {
+        {440, 0x82cda5465fa6a534, 0x8c5d63fe13cb976e},
+        {660, 0xa8c5a812c6139c00, 0xcd7e07d5c004b8fd},
+        {880, 0x5d1b273cf490166b, 0xd8d353aa4bdca09b},
+        {1100, 0x9777f02d138578fe, 0xef3555bec41ac9e1},
+        {1320, 0xa22e98bb42622d2c, 0x0e6766dc912341f2},
+        {1540, 0x051fe8d0052bdc4e, 0x5922d6e8d2b98f76},
+        {1540.0001f, 0x585c588939d90828, 0x80c3353630f45cf9},
+    };
+    const WaveTables& tables = WaveTables::instance();
+    for (const auto& known : cases) {
+        Fingerprint saw;
+        Fingerprint square;
+        saw.add(tables.sawRow(known.highest));
+        square.add(tables.squareRow(known.highest));
+        const std::string limit = std::to_string(known.highest) + " hertz";
+        const float above = std::nextafter(known.highest, 2000.0f);
+        EXPECT_EQ(&tables.sawRow(above) - &tables.sawRow(known.highest),
+                  known.highest > 1540 ? 0 : 1);
+        saw.expect(known.saw, "saw to " + limit);
+        square.expect(known.square, "square to " + limit);
+    }
+}
+
+// A normal hit and two alternate ones: the filters keep what the hit before left.
+TEST(SoundGolden, Drums) {
+    KickSynth kick;
+    ClapSynth clap;
+    HatSynth hat;
+    CrashSynth crash;
+    const struct {
+        const char* name;
+        Synthesizer& drum;
+        std::array<std::uint64_t, 3> golden;
+    } cases[] = {
+        {"kick", kick, {0x0ac73bb9a176d8ed, 0xea5b472a02ad0fff, 0xea5b472a02ad0fff}},
+        {"clap", clap, {0x029ff06aaecae5cf, 0x84aea7246d4542a7, 0xd6d67badbe6b4fcf}},
+        {"hat", hat, {0x3ba610ef1546d9a5, 0xac7a3de96ef3f9ad, 0x879f69ecd475a8dd}},
+        {"crash", crash, {0x28f1f3d0c37e62af, 0x1e4ce5a7e6a3413f, 0xefabbed090f61f5f}},
+    };
+    noiseSeed() = 1;
+    for (const auto& known : cases) {
+        for (std::size_t hit = 0; hit < known.golden.size(); ++hit) {
+            known.drum.trigger(true, 7, hit > 0);
+            renderWhole(
+                100, [&] { return known.drum.isActive(); },
+                [&](float* output, std::int32_t frames) { known.drum.render(output, frames); })
+                .expect(known.golden[hit], known.name);
+        }
+    }
+}
