@@ -22,24 +22,7 @@ cloudBase = 63
 # Strokes inside the cloud that tell one puff from the next: puff, first and last angle in degrees.
 cloudStrokes = [(1, 300, 352), (2, 322, 368), (3, 214, 252)]
 
-starRows = """
-.......##.......
-.......##.......
-......####......
-......####......
-.....######.....
-################
-.##############.
-..############..
-...##########...
-....########....
-....########....
-...##########...
-...####..####...
-..####....####..
-..##........##..
-................
-""".split()
+starTip, starNotch = 7.0, 2.75  # how far the points and the notches lie from the middle, in pixels
 
 # Each ring reaches one pixel under the next one, so the nest shows no hole at any scale and
 # angle. No corner of the outer shape is nearer to its centre than 4 pixels: at the size at which
@@ -157,6 +140,21 @@ def shadeTop(x):
     return 45 + 3 * math.sin(x / 132 * 2 * math.pi * 2.5 + 0.6) - 3 * math.sin(x / 132 * math.pi)
 
 
+def makeStar():
+    """Five slim points around the middle, about which the game turns it. The soft edge keeps them
+    clean when it is enlarged and turned."""
+    corners = []
+    for i in range(10):
+        angle = math.radians(36 * i - 90)
+        reach = starNotch if i % 2 else starTip
+        corners.append(tuple((8 + reach * f(angle)) * scale for f in (math.cos, math.sin)))
+    mask = Image.new("L", (16 * scale, 16 * scale), 0)
+    ImageDraw.Draw(mask).polygon(corners, fill=255)
+    star = Image.new("RGBA", (16, 16), (255, 255, 255, 0))
+    star.putalpha(mask.reduce(scale))
+    return star
+
+
 def makeOutline():
     outline = Image.new("RGBA", (36, 36), (0, 0, 0, 255))
     outline.paste(clear, (2, 2, 34, 34))
@@ -174,7 +172,7 @@ def makeLine():
 def main():
     white = {".": clear, "#": (255, 255, 255, 255)}
     savePng(makeCloud(), spritesFolder / "cloud.png")
-    savePng(fromRows(starRows, white), spritesFolder / "star.png")
+    savePng(makeStar(), spritesFolder / "star.png")
     for diameter, rows in ringRows.items():
         savePng(fromRows(rows.split(), white), spritesFolder / f"ring-{diameter}.png")
     savePng(makeOutline(), spritesFolder / "outline.png")

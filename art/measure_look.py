@@ -7,8 +7,12 @@ and the colours that the game paints behind them:
 
   sky     mean tone (a quarter to a third of white), colour, and the step at the repeating edges
           against the step between any two rows or columns (near 1: no seam)
-  rocks   mean luminance of each look, to tell them apart in grey, and of its lightest pixel; white
-          text (4.5) and the runner's rim (3) against that pixel. The band of the sign is left out
+  rocks   mean grey of each look, to tell them apart (10 between any two), how far its pixels stray
+          from it (at most 18: calm), and its lightest pixel; white text (4.5) and the runner's rim
+          (3) against that pixel. The sign is left out; of it, the free pixels around its arrow (3)
+  flames  step at the repeating edges against the step between any two columns or rows (1.5 at
+          most: they join), and the mean light of the three (5 % apart at most: no flicker)
+  star    the part of its cell that it covers (0.2 to 0.27)
   runner  of each frame: rim or ink, the better of the two at each place of the outline, against
           every pixel of every look and of the two skies where it stands. At least 3 everywhere
   text    against the pixels around its ink: the middle one, and the 5th worst of 100; "best" is
@@ -44,7 +48,8 @@ TEXTS = [(TITLE, "Trapped in a world which was never meant to be", 48, 128, 400,
          (PLAY, "88mph", 64, 1024, 112, WHITE, 3.5),
          (EPILOGUE, "No! it's not far enough back...", 64, 24, 400, BLACK, 4.5),
          (EPILOGUE, "TO BE CONTINUED", 64, 360, 200, (255, 0, 0), 3.8)]
-RIM, TEXT = 3, 4.5
+RIM, TEXT, SEAM = 3, 4.5, 1.5
+APART, CALM, FREE = 10, 18, 3
 
 
 def luminance(colour):
@@ -57,6 +62,11 @@ def luminance(colour):
 def contrast(a, b):
     """Of two luminances."""
     return (np.maximum(a, b) + 0.05) / (np.minimum(a, b) + 0.05)
+
+
+def grey(colour):
+    """The tone, 0 to 255, of bytes (..., 3), as a picture without colour shows it."""
+    return np.asarray(colour, np.float64)[..., :3] @ (0.299, 0.587, 0.114)
 
 
 def picture(name):
@@ -81,27 +91,66 @@ def backdrop(top, sky):
 
 def measureSky(sky):
     tone = np.asarray(sky, np.float64)
-    grey = tone[..., 0] / 255
+    mean = tone.mean() / 255
     colour = np.ptp(tone, axis=2).max()
-    seams = [np.abs(np.diff(grey, axis=axis, append=grey.take([0], axis))).mean(axis=1 - axis)
-             for axis in (0, 1)]
-    steps = [float(s[-1] / s[:-1].mean()) for s in seams]
-    print(f"sky      mean {grey.mean():.3f}  colour {colour:.0f}"
-          f"  edges {steps[0]:.2f} {steps[1]:.2f}")
-    good = 0.25 <= grey.mean() <= 0.334 and colour == 0 and max(steps) < 1.5
+    across, down = seams(tone)
+    print(f"sky      mean {mean:.3f}  colour {colour:.0f}  edges {across:.2f} {down:.2f}")
+    good = 0.25 <= mean <= 0.334 and colour == 0 and max(across, down) < SEAM
     return [] if good else ["sky"]
+
+
+def seams(cell, painted=None):
+    """The step at the right and at the lower edge against the mean step inside; of a picture with
+    clear pixels, between those that are painted."""
+    ratios = []
+    for axis in (1, 0):
+        steps = np.abs(np.roll(cell, -1, axis) - cell).mean(axis=2)
+        if painted is not None:
+            steps = np.where(painted & np.roll(painted, -1, axis), steps, np.nan)
+        steps = np.nanmean(steps, axis=1 - axis)
+        ratios.append(float(steps[-1] / steps[:-1].mean()))
+    return ratios
 
 
 def measureRocks(looks):
     broken = []
+    means = {name: grey(cell).mean() for name, cell in looks.items()}
     for name, cell in looks.items():
         lightest = luminance(cell).max()
         white, runner = contrast(1, lightest), contrast(luminance(rim), lightest)
-        print(f"rock     {name:8s} mean {luminance(cell).mean():.3f}  lightest {lightest:.3f}"
-              f"  text {white:5.2f}  rim {runner:5.2f}")
-        if white < TEXT or runner < RIM:
+        apart = min(abs(means[name] - mean) for other, mean in means.items() if other != name)
+        stray = grey(cell).std()
+        print(f"rock     {name:8s} mean {means[name]:5.1f}  apart {apart:4.1f}  stray {stray:4.1f}"
+              f"  lightest {lightest:.3f}  text {white:5.2f}  rim {runner:5.2f}")
+        if white < TEXT or runner < RIM or apart < APART or stray > CALM:
             broken.append(name)
     return broken
+
+
+def measureSign(cell):
+    shape = grey(cell) != grey(cell)[0, 0]
+    rows, columns = np.nonzero(shape)
+    free = min(rows.min(), columns.min(), 15 - rows.max(), 15 - columns.max())
+    print(f"sign     free {free}")
+    return [] if free >= FREE else ["sign"]
+
+
+def measureFlames(flames):
+    broken, lights = [], []
+    for number, flame in enumerate(flames, 1):
+        cell = np.asarray(flame, np.float64)
+        across, down = seams(cell[..., :3], cell[..., 3] > 0)
+        lights.append((grey(cell) * cell[..., 3] / 255).mean())
+        print(f"flame    {number}  edges {across:.2f} {down:.2f}  light {lights[-1]:5.1f}")
+        if max(across, down) > SEAM:
+            broken.append(f"flame {number}")
+    return broken + (["flicker"] if max(lights) > min(lights) * 1.05 else [])
+
+
+def measureStar():
+    covered = picture("star.png")[..., 3].mean() / 255
+    print(f"star     covers {covered:.2f}")
+    return [] if 0.2 <= covered <= 0.27 else ["star"]
 
 
 def outlineContrasts(figure, behind):
@@ -171,7 +220,9 @@ def main():
     looks = {name: np.asarray(cells[place, 0].convert("RGB")) for name, place in LOOKS.items()}
     skies = {"play": backdrop(PLAY, sky), "epilogue": backdrop(EPILOGUE, sky)}
     rocks = {name: look for name, look in looks.items() if name != "sign"}
-    broken = measureSky(sky) + measureRocks(rocks) + measureRunner(looks, skies) + measureTexts(sky)
+    broken = (measureSky(sky) + measureRocks(rocks) + measureSign(looks["sign"])
+              + measureFlames([cells[frame, 7] for frame in range(3)]) + measureStar()
+              + measureRunner(looks, skies) + measureTexts(sky))
     for name in broken:
         print("not good:", name)
     return 1 if broken else 0
