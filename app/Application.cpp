@@ -6,11 +6,11 @@
 
 #include "app/LaunchOptions.h"
 #include "app/Settings.h"
+#include "app/WindowSetup.h"
 #include "drawing/ImageLoader.h"
 #include "drawing/OpenGLDrawer.h"
 #include "game/PlayRules.h"
 #include "images/EmbeddedImages.h"
-#include "platform/Platform.h"
 #include "screens/Epilogue.h"
 #include "screens/GamePlay.h"
 #include "screens/TitleScreen.h"
@@ -19,51 +19,19 @@
 static constexpr std::int16_t virtualWidth = 1280; // units
 static constexpr std::int16_t virtualHeight = 720;
 
-// The first release of SDL 1.2's successor in disguise, which knows Wayland.
-static constexpr Uint8 firstWaylandPatch = 50;
-
-// Places in glyphImages, by the drawer's glyph number: A to Z, 0 to 9, then . , + - ! ? :
+// Indices into glyphImages by the drawer's glyph number: A to Z, 0 to 9, then . , + - ! ? :
 static constexpr int glyphPlaces[glyphImageCount] = {
     10, 11, 12, 15, 16, 18, 19, 20, 21, 22, 23, 24, 25, 27, 28, 29, 32, 34, 35, 36, 37, 38,
     39, 40, 41, 42, 0,  1,  2,  3,  4,  5,  6,  7,  8,  9,  30, 14, 31, 26, 17, 33, 13};
 
-// Without a display SDL would fall back on a text terminal and write escape codes into it. Its
-// driver without a screen instead lets the program run up to one clear line about the window.
-static void chooseVideoDriver() {
-    const bool knowsWayland = SDL_Linked_Version()->patch >= firstWaylandPatch;
-    const bool wayland = knowsWayland && !Platform::environment("WAYLAND_DISPLAY").empty();
-    const std::string chosen = Platform::environment("SDL_VIDEODRIVER");
-    // The successor chooses "x11" by itself as it is loaded, which without a display is no choice.
-    if ((!chosen.empty() && chosen != "x11") || Platform::hasDisplay()) return;
-    Platform::setEnvironment("SDL_VIDEODRIVER", wayland ? "wayland" : "dummy");
-}
-
-// The icon of the window, which SDL wants before the window opens.
-static void setIcon() {
-    const LoadedImage icon = ImageLoader().loadFromMemory(iconImage.data, iconImage.bytes);
-    if (!icon.pixels) return;
-    // Masks for bytes in the order red, green, blue, alpha.
-    const bool little = SDL_BYTEORDER == SDL_LIL_ENDIAN;
-    const auto mask = [little](int byte) { return Uint32{0xFF} << 8 * (little ? byte : 3 - byte); };
-    SDL_Surface* surface = SDL_CreateRGBSurfaceFrom(
-        icon.pixels.get(), static_cast<int>(icon.width), static_cast<int>(icon.height), 32,
-        static_cast<int>(icon.width) * 4, mask(0), mask(1), mask(2), mask(3));
-    if (!surface) return;
-    SDL_WM_SetIcon(surface, nullptr); // copies what it needs
-    SDL_FreeSurface(surface);
-}
-
 Application::Application(const std::vector<std::string>& arguments) {
     const Settings settings;
     bindDefaults();
-    chooseVideoDriver();
-    // The class of the window: a desktop finds the game's name and picture by it.
-    Platform::setEnvironment("SDL_VIDEO_X11_WMCLASS", "tarnwick");
+    setWindowEnvironment();
     if (SDL_Init(SDL_INIT_TIMER | SDL_INIT_VIDEO | SDL_INIT_JOYSTICK) < 0) {
         throw FatalError{std::string("Could not initialise SDL: ") + SDL_GetError()};
     }
-    SDL_WM_SetCaption("Tarnwick Episode", nullptr);
-    setIcon();
+    setTitleAndIcon();
 
     const LaunchOptions options(arguments, settings);
     windowWidth = options.width;
@@ -78,7 +46,7 @@ Application::Application(const std::vector<std::string>& arguments) {
 }
 
 Application::~Application() {
-    // First of all, so that the audio thread is gone before anything that it uses.
+    // First, so that the audio thread has ended before anything that it uses goes.
     if (!noSound) audioDevice.close();
     for (SDL_Joystick* joystick : joysticks) SDL_JoystickClose(joystick);
     drawer.reset();
@@ -91,7 +59,7 @@ void Application::openWindow(bool fullscreen, std::int32_t antialiasing) {
     const bool opened =
         drawer->createWindow(static_cast<std::uint16_t>(windowWidth),
                              static_cast<std::uint16_t>(windowHeight), fullscreen, antialiasing);
-    // The drawer's request to quit is lost: switching the joysticks' events on empties the queue.
+    // The drawer's own quit event would be lost: enabling joystick events empties the queue.
     if (!opened) quit();
 }
 
@@ -106,7 +74,7 @@ void Application::openAudio(const std::string& audioApi) {
     audioDevice.setSampleRate(44100.0);
     audioDevice.setAudioApi(audioApi);
     if (noSound) return;
-    AudioSingleton::instance(); // is built here; the audio thread only finds it
+    AudioSingleton::instance(); // built here, so that the audio thread only finds it
     audioDevice.open();
 }
 
@@ -165,9 +133,9 @@ void Application::handleEvent(const SDL_Event& event) {
     }
 }
 
-// Waits until 15 ms have passed since the last frame. The moment until which it waits counts as
-// this frame's; with the moment of the reading instead, waits of 14 and of 0 ms would take turns,
-// and the game run at twice its speed. The difference is unsigned and outlives a wrap of the clock.
+// Waits until 15 ms have passed since the last frame. The end of the wait counts as this frame's
+// time. If the time before the wait counted, waits of 14 and 0 ms would alternate and the game
+// would run at twice its speed. The difference is unsigned, so the clock may wrap.
 void Application::pace() {
     const std::uint32_t now = SDL_GetTicks();
     const std::uint32_t passed = now - lastFrameTicks;
@@ -176,8 +144,8 @@ void Application::pace() {
     if (wait > 0) SDL_Delay(wait);
 }
 
-// The old state goes first, so that two levels and two bar callbacks never live at once; and the
-// field is empty in between, should building the new one fail.
+// The old state is deleted first, so that two levels or two bar callbacks never exist at once. The
+// field is empty in between, in case building the new one fails.
 template <typename State>
 void Application::replaceState() {
     state.reset();

@@ -16,44 +16,44 @@
 class Drawer;
 class GameState;
 
-// The root of the program. It is built on the entry function's stack, opens everything, runs the
-// main loop and closes everything. It owns the drawer, the current state and the audio stream,
-// turns SDL's events into calls on the state, and holds the frames at least 15 ms apart. Main
-// thread, but for fillBuffer.
+// The root of the program. It lives on main's stack, opens everything, runs the main loop and
+// closes everything. It owns the drawer, the current state and the audio stream, turns SDL's events
+// into calls on the state, and keeps frames at least 15 ms apart. Main thread, except for
+// fillBuffer.
 class Application : public PortAudioCallback {
 public:
-    // Does all of start-up; takes the command line without the program's own name. Throws
-    // FatalError if SDL cannot be initialised, and for --help after printing it.
+    // Does all of start-up. The arguments are the command line without the program's name. Throws
+    // FatalError if SDL cannot be initialised, and after printing the help for --help.
     explicit Application(const std::vector<std::string>& arguments);
     Application(const Application&) = delete;
     Application& operator=(const Application&) = delete;
     ~Application() override;
 
-    // The glyph images and the main loop; returns when quit was asked for.
+    // Loads the glyph images and runs the main loop. Returns after quit was called.
     void run();
 
     void quit() { quitRequested = true; }
 
-    // Deletes the current state and builds the one of that name; does nothing if there is none of
-    // that name. Called by the state itself, through GameState::changeState. The texts are taken by
-    // value, since the caller's object goes. The second text is unused.
+    // Deletes the current state and builds the one with this name; an unknown name does nothing.
+    // The state itself calls this, through GameState::changeState. The strings are passed by value,
+    // since they may belong to the state. The second one is unused.
     void changeState(std::string name, std::string second);
 
-    // Whether the player wants the play without its music.
+    // Whether the player turned the music off.
     bool isMusicOff() const { return noMusic; }
 
-    // All sound passes here: stereo frames (2 x frames floats, interleaved). Audio thread.
+    // Renders all sound: `frames` interleaved stereo frames. Audio thread.
     void fillBuffer(const void* input, float* output, std::uint32_t frames) override;
 
 private:
     friend class Inspector;
 
-    // Start-up and frame (Application.cpp)
+    // Start-up and frames (Application.cpp)
     void openWindow(bool fullscreen, std::int32_t antialiasing);
     void openJoysticks();
     void openAudio(const std::string& audioApi);
     void loadGlyphs();
-    bool runFrame(); // one pass of the main loop; false, and no frame, once quit was asked for
+    bool runFrame(); // one pass of the main loop; false, without a frame, once quit was called
     void handleEvents();
     void handleEvent(const SDL_Event& event);
     void pace();
@@ -61,7 +61,8 @@ private:
     template <typename State>
     void replaceState();
 
-    // Input (ApplicationInput.cpp). Actions are looked up by input code; unbound ones are empty.
+    // Input (ApplicationInput.cpp). Actions are looked up by input code; without a binding they are
+    // empty.
     void bindDefaults();
     void bind(const std::string& action, std::int32_t inputCode);
     std::string actionForKey(const SDL_keysym* key);
@@ -81,12 +82,12 @@ private:
     PortAudioDevice audioDevice;
     bool quitRequested = false;
     std::uint32_t lastFrameTicks = 0; // ms, when the last frame was allowed to begin
-    std::int32_t windowWidth = 0;     // pixels asked for
-    std::int32_t windowHeight = 0;    // pixels asked for
+    std::int32_t windowWidth = 0;     // pixels, as requested
+    std::int32_t windowHeight = 0;    // pixels, as requested
     bool noSound = false;
     bool noMusic = false;
     std::map<std::int32_t, std::string> bindings; // action by input code
-    std::vector<SDL_Joystick*> joysticks;         // in SDL's order; may hold null
+    std::vector<SDL_Joystick*> joysticks;         // in SDL's order; may contain null
     std::unique_ptr<Drawer> drawer;
     std::unique_ptr<GameState> state;
 };

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Zlib
-// From SDL's events to calls on the current state. The state is read anew for every call, since a
-// call may replace it.
+// Turns SDL's events into calls on the current state. Each call reads the state again, since the
+// call before may have replaced it.
 #include <cmath>
 
 #include "app/Application.h"
@@ -8,7 +8,7 @@
 #include "drawing/Drawer.h"
 #include "screens/GameState.h"
 
-static constexpr std::int32_t firstButton = 4; // joystick code of button 0
+static constexpr std::int32_t firstButton = 4; // the joystick code of button 0
 
 void Application::bindDefaults() {
     bind("P1Up", inputCodeForKey(SDLK_UP));
@@ -21,7 +21,7 @@ void Application::bindDefaults() {
 }
 
 void Application::bind(const std::string& action, std::int32_t inputCode) {
-    bindings.insert({inputCode, action}); // an older binding stays
+    bindings.insert({inputCode, action}); // an existing binding stays
 }
 
 std::string Application::actionForKey(const SDL_keysym* key) {
@@ -48,9 +48,9 @@ void Application::onJoystickButtonUp(std::int32_t joystick, std::int32_t button)
     if (state) state->keyReleased(actionForJoystick(joystick, firstButton + button), nullptr);
 }
 
-// There is no dead zone: only the sign of the value counts.
+// There is no dead zone: only the value's sign chooses the direction.
 void Application::onJoystickAxis(std::int32_t joystick, std::int32_t axis, float value) {
-    // At rest the two-sided axes end both of their directions.
+    // An axis with two directions ends both when it is at rest.
     if (value == 0 && axis == 0) reportAxis(joystick, 3, 0);
     if (value == 0 && axis == 2) reportAxis(joystick, 5, 0);
     reportAxis(joystick, directionOfAxis(axis, value), std::fabs(value));
@@ -78,11 +78,11 @@ void Application::onMouseButtonUp(std::int32_t button, std::int32_t x, std::int3
     if (state) state->mouseUp(button, virtualX(x), virtualY(y));
 }
 
-// From pixels of the window to units; the black bars are not taken into account.
+// Converts pixels of the window to units, without regard to black bars.
 static std::int32_t toUnits(std::int32_t pixel, std::int32_t windowSize, std::int16_t units) {
     const float fraction = static_cast<float>(pixel) / static_cast<float>(windowSize);
     const float place = fraction * static_cast<float>(units);
-    // A window size of 0 gives no number that an integer could hold.
+    // With a window size of 0 the result is not finite.
     return std::fabs(place) < 1e9f ? static_cast<std::int32_t>(place) : 0;
 }
 

@@ -3,8 +3,7 @@
 
 #include <string>
 
-// Ends the program from its start-up: thrown and caught by value; the entry function prints the
-// text. Nothing else in the game throws.
+// Thrown by start-up to end the program; main prints the text. Nothing else in the game throws.
 struct FatalError {
     std::string text;
 };

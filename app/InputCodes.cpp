@@ -5,8 +5,8 @@ static constexpr std::int32_t firstLetter = 1;
 static constexpr std::int32_t firstDigit = 27;
 static constexpr std::int32_t firstKeypadDigit = 51;
 static constexpr std::int32_t firstJoystick = 68;
-static constexpr std::int32_t joystickBlock = 20; // codes a joystick
-static constexpr std::int32_t furtherJoysticks = 78;
+static constexpr std::int32_t joystickBlock = 20; // codes per joystick
+static constexpr std::int32_t otherJoysticks = 78;
 
 std::int32_t inputCodeForKey(SDLKey key) {
     if (key >= SDLK_a && key <= SDLK_z) return firstLetter + (key - SDLK_a);
@@ -42,7 +42,7 @@ std::int32_t inputCodeForKey(SDLKey key) {
 }
 
 std::int32_t inputCodeForJoystick(std::int32_t joystick, std::int32_t joystickCode) {
-    if (joystick < 0 || joystick > 3) return furtherJoysticks;
+    if (joystick < 0 || joystick > 3) return otherJoysticks;
     return firstJoystick + joystick * joystickBlock + joystickCode;
 }
 

@@ -27,7 +27,7 @@ static constexpr const char* help =
     "MME, ALSA, JACK, OSS, CoreAudio.\n"
     "--help:\t\t\t\tDisplay this help.";
 
-static constexpr std::int32_t leastAntialiasing = 2; // samples, once it is asked for
+static constexpr std::int32_t leastAntialiasing = 2; // samples, if the option is given
 
 using Arguments = std::vector<std::string>;
 
@@ -35,8 +35,8 @@ static bool has(const Arguments& arguments, const std::string& option) {
     return std::find(arguments.begin(), arguments.end(), option) != arguments.end();
 }
 
-// Calls take(value) for each argument that follows one of the two names; it is not looked at as a
-// name in this scan.
+// Calls take(value) for each argument that follows one of the two names. The value itself is not
+// checked for a name.
 template <typename Take>
 static void forEachValue(const Arguments& arguments, const std::string& name,
                          const std::string& shortName, Take take) {
@@ -68,7 +68,8 @@ void LaunchOptions::take(const Arguments& arguments) {
         std::cout << help << std::endl;
         throw FatalError{"\n"};
     }
-    // All numbers go through one stream: what does not parse stays in it, ahead of the later ones.
+    // All numbers go through one stream. Text that does not parse stays in it, before later
+    // numbers.
     std::stringstream numbers;
     const auto numberInto = [&numbers](std::int32_t& target) {
         return [&numbers, &target](const std::string& value) {

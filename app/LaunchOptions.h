@@ -7,10 +7,10 @@
 
 struct Settings;
 
-// What start-up needs to know of window and sound. Without arguments the settings decide alone,
-// with any argument at all the command line alone. Main thread, at start-up.
+// The options for window and sound. Without arguments they are the settings'; with any argument at
+// all the settings are ignored. Main thread, at start-up.
 struct LaunchOptions {
-    // Prints what it decides by itself. Throws FatalError for --help, after printing the help.
+    // Prints the defaults that it chooses. Throws FatalError for --help, after printing the help.
     LaunchOptions(const std::vector<std::string>& arguments, const Settings& settings);
 
     std::int32_t width = 0;        // pixels

@@ -12,9 +12,9 @@
 static constexpr const char* folderName = "/Corvale";
 static constexpr const char* homelessFolder = ".Corvale"; // below the working directory
 static constexpr const char* fileName = "/Corvale.conf";
-static constexpr std::streamsize lineBuffer = 128; // characters, with the closing zero
+static constexpr std::streamsize lineBuffer = 128; // characters, with the terminating zero
 
-// The per-user folder, made if it is missing.
+// The per-user folder, created if it is missing.
 static std::string userDirectory() {
     const std::string base = Platform::applicationDataFolder();
     if (base.empty()) {
@@ -52,29 +52,30 @@ static void writeDefaultSettings(const std::string& path) {
 
 Settings::Settings() {
     const std::string path = userDirectory() + fileName;
-    // Opening a pipe would wait for somebody at its other end.
+    // Opening a pipe would wait for a writer.
     if (Platform::pathStatus(path).kind == Platform::PathKind::special) return;
     if (!std::ifstream(path, std::ios::binary)) writeDefaultSettings(path);
     std::ifstream file(path, std::ios::binary);
     if (file) read(file);
 }
 
-// Ends at the end of the file, and at a read error: a folder of the file's name opens, but cannot
-// be read.
+// Stops at the end of the file or at a read error: a folder with the file's name can be opened but
+// not read.
 void Settings::read(std::istream& file) {
     char buffer[lineBuffer];
     while (file.good()) {
         file.getline(buffer, lineBuffer);
         const bool overlong = file.fail() && !file.bad() && file.gcount() == lineBuffer - 1;
         readLine(buffer);
-        if (overlong) { // its rest is dropped
+        if (overlong) { // drop the rest of the line
             file.clear();
             file.ignore(std::numeric_limits<std::streamsize>::max(), '\n');
         }
     }
 }
 
-// The value behind so many characters of a line; a value that does not parse changes nothing.
+// Reads the value after the first `skipped` characters. A value that does not parse changes
+// nothing.
 template <typename Value>
 static void readValue(const std::string& line, std::size_t skipped, Value& target) {
     std::istringstream text(line.substr(std::min(skipped, line.size())));

@@ -5,22 +5,22 @@
 #include <istream>
 #include <string>
 
-// The per-user settings. Building the record reads the file "Corvale.conf" in the folder "Corvale"
-// of the user's application data, and makes both if they are missing; a file that can be read is
-// never changed. A file is lines of a key, a blank and a value, 127 characters at most each; what
-// does not parse leaves its default. Main thread, at start-up; it prints what it makes or cannot
-// make.
+// The per-user settings. The constructor reads the file Corvale/Corvale.conf in the user's
+// application data folder, and creates folder and file if they are missing. It never changes a file
+// that can be read. Each line is a key, a space and a value, at most 127 characters; a value that
+// does not parse leaves the default. Main thread, at start-up. It prints what it creates and what
+// it cannot create.
 struct Settings {
     Settings();
 
-    // What a file without the key leaves in place; a new file says other things.
+    // The values for keys that the file lacks. A new file has other values.
     std::int32_t width = 1024;            // "w", pixels
     std::int32_t height = 768;            // "h", pixels
     std::int32_t antialias = 6;           // "a", samples
     bool fullscreen = true;               // "f"
     bool noSound = false;                 // "ns"
     bool noMusic = false;                 // "nm"
-    std::string audioApi = "DirectSound"; // "aa"; keeps the carriage return of its line
+    std::string audioApi = "DirectSound"; // "aa"; includes the carriage return of its line
 
 private:
     void read(std::istream& file);

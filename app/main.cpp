@@ -9,10 +9,10 @@
 #include "app/Application.h"
 #include "platform/Platform.h"
 
-// SDL.h renames main for platforms whose SDL brings an entry function of its own; here it stays.
+// On platforms whose SDL has its own entry function, SDL.h renames this one.
 int main(int argc, char* argv[]) {
     Platform::openStandardStreams();
-    // A start-up that fails half-way leaves SDL open.
+    // A start-up that fails halfway leaves SDL open.
     std::atexit(SDL_Quit);
     const std::vector<std::string> arguments(argv + (argc > 0 ? 1 : 0), argv + argc);
     try {

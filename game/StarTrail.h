@@ -18,8 +18,6 @@ public:
     void draw(Drawer& drawer, WorldPoint camera);
 
 private:
-    friend class Inspector;
-
     struct Star {
         float x = 0;    // tiles
         float y = 0;    // tiles

@@ -20,8 +20,6 @@ public:
     void draw(Drawer& drawer, const LevelMap& map, WorldPoint camera);
 
 private:
-    friend class Inspector;
-
     // Place of a cell on the tile sheet, in texture coordinates of its top left corner.
     struct SheetCell {
         float u = 0;

@@ -26,8 +26,6 @@ public:
     float hiddenWidth(const Drawer& drawer) const;
 
 private:
-    friend class Inspector;
-
     struct Colour {
         float red, green, blue;
     };

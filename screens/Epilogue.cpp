@@ -11,7 +11,7 @@
 
 static constexpr float fontSize = 64; // pixels
 
-// Made by the first drawing of the process.
+// Created when the process first draws.
 static std::uint32_t skyTexture = 0;
 static std::int32_t messageFont = 0;
 

@@ -9,9 +9,9 @@
 #include "game/TimeVortex.h"
 #include "screens/GameState.h"
 
-// The closing scene, on a level of its own: the vortex opens, the runner drops in with nobody at
-// the controls, a line comes up, and then a sound and "TO BE CONTINUED". It stays until the program
-// is ended.
+// The closing scene, in its own level: the vortex opens and the runner drops in, out of the
+// player's control. A line of text appears, and later a sound and "TO BE CONTINUED". The scene
+// stays until the program ends.
 class Epilogue : public GameState {
 public:
     explicit Epilogue(Application& owner);
@@ -21,8 +21,6 @@ public:
     std::string getName() const override { return "Epilogue"; }
 
 private:
-    friend class Inspector;
-
     void drawMessages(Drawer& drawer);
 
     LevelMap map;

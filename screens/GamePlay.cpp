@@ -10,14 +10,14 @@
 
 static constexpr float fontSize = 64; // pixels
 
-// The speed display, in units of the virtual screen.
+// The speed display, in units.
 static constexpr float barX = 648;
 static constexpr float barY = 40;
 static constexpr float barHeight = 48;
 static constexpr float barUnits = 300; // for a speed of 1
 static constexpr float markWidth = 8;
 
-// Made by the first drawing of the process.
+// Created when the process first draws.
 static std::uint32_t skyTexture = 0;
 static std::int32_t displayFont = 0;
 
@@ -30,13 +30,14 @@ GamePlay::GamePlay(Application& owner)
     if (isMusicOff()) return;
     AudioSingleton& sound = AudioSingleton::instance();
     music.start(sound);
-    sound.setCallback(this); // last: from here on a bar event may come
+    sound.setCallback(this); // last: bar events may come from here on
 }
 
 GamePlay::~GamePlay() {
     AudioSingleton& sound = AudioSingleton::instance();
-    sound.setCallback(nullptr); // first, and it waits for a bar event in flight,
-    sound.clearSteps();         // which would write notes back
+    // First this, which waits for a running bar event: that would write notes into a cleared grid.
+    sound.setCallback(nullptr);
+    sound.clearSteps();
 }
 
 void GamePlay::onBar() {
@@ -53,7 +54,7 @@ void GamePlay::draw(Drawer& drawer) {
     drawSpeed(drawer);
     if (!finished) return;
     vortex.draw(drawer);
-    if (vortex.getSize() >= 1) changeState("Epilogue", ""); // this object may be gone now
+    if (vortex.getSize() >= 1) changeState("Epilogue", ""); // deletes this object
 }
 
 void GamePlay::step() {

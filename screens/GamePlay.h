@@ -11,17 +11,17 @@
 #include "screens/GameState.h"
 #include "sound/AudioSingleton.h"
 
-// The play: one runner in one big level, and one goal, a speed of 1.5 tiles per frame in the flight
-// of a wall kick. Then the runner spins away, a vortex closes the screen, and the epilogue follows.
-// It owns the level and everything in it and takes all of it a step further with each draw. The
-// music follows the play by one call a bar. Main thread, but for onBar.
+// The play: one runner in one big level. The only goal is a speed of 1.5 tiles per frame in the
+// flight of a wall kick. After that the runner spins away, a vortex closes the screen, and the
+// epilogue follows. This class owns the level and everything in it, and each draw advances all of
+// it by one step. The music adapts to the play once a bar. Main thread, except for onBar.
 class GamePlay : public GameState, public AudioSingleton::Callback {
 public:
-    // Loads the level and starts the music. Without a usable picture the runner stands still in
+    // Loads the level and starts the music. Without a usable level file the runner stands still in
     // solid rock.
     explicit GamePlay(Application& owner);
 
-    // Ends the music; no bar event runs when the objects of the play go.
+    // Ends the music. No bar event runs after that.
     ~GamePlay() override;
 
     void draw(Drawer& drawer) override;
@@ -29,7 +29,7 @@ public:
     void keyReleased(const std::string& action, const SDL_keysym* key) override;
     std::string getName() const override { return "GamePlay"; }
 
-    void onBar() override;
+    void onBar() override; // audio thread
 
 private:
     friend class Inspector;
@@ -45,7 +45,7 @@ private:
     Player player;
     StarTrail trail;
     TimeVortex vortex;
-    bool finished = false; // the goal was reached; only what drawing moves still moves
+    bool finished = false; // the goal was reached; nothing but drawing continues
     HeldKeys heldKeys;
     PlayMusic music;
 };

@@ -12,6 +12,6 @@ void GameState::quit() {
 }
 
 void GameState::changeState(const std::string& name, const std::string& second) {
-    // Passed by value: the texts given may live in this object, which is about to be deleted.
+    // Copies the strings, which may belong to this object. The call deletes it.
     application->changeState(name, second);
 }

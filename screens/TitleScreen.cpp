@@ -10,12 +10,12 @@
 #include "sound/AudioSingleton.h"
 
 static constexpr int framesPerPage = 120;
-static constexpr int logoPage = 4;    // the first with the logo, and without a line of the story
-static constexpr int callPage = 5;    // the first with the call to run; a key starts the play
-static constexpr int lastPage = 6;    // looks like the one before and stays
+static constexpr int logoPage = 4;    // the first page with the logo, and without a line of story
+static constexpr int callPage = 5;    // the first page with the call to run; a key starts the play
+static constexpr int lastPage = 6;    // same appearance as the page before; stays
 static constexpr float fontSize = 48; // pixels
 
-// Made by the first drawing of the process.
+// Created when the process first draws.
 static std::uint32_t skyTexture = 0;
 static std::uint32_t logoTexture = 0;
 static std::int32_t storyFont = 0;
@@ -27,7 +27,7 @@ void TitleScreen::draw(Drawer& drawer) {
         storyFont = drawer.createFont("MarsNeedsCunnilingus.ttf", fontSize);
     }
     drawer.fillRect(0, 0, 1280, 480, 0, 0, 0, 255);
-    // Most of the gradient lies below the screen, which so stays nearly black.
+    // Most of the gradient lies below the screen, so that the screen stays nearly black.
     drawer.fillGradient(0, 480, 1280, 1280, 0, 0, 0, 255, 64, 64, 64, 255);
     drawSky(drawer, skyTexture);
     const auto line = static_cast<std::size_t>(std::min(page, logoPage));
@@ -36,7 +36,7 @@ void TitleScreen::draw(Drawer& drawer) {
     if (page >= callPage) {
         drawer.drawText(lines[callPage], storyFont, 128, 640, 1024, 1, 1, 0, 1, 1);
     }
-    // Behind the last page the count goes on below 0, where it means nothing.
+    // On the last page the count continues below 0, without effect.
     if (--pageFrames == 0) turnPage();
 }
 
@@ -44,7 +44,7 @@ void TitleScreen::keyPressed(const std::string& action, const SDL_keysym* /*key*
     if (action == "Escape") {
         quit();
     } else if (page >= callPage) {
-        changeState("GamePlay", ""); // this object is gone now
+        changeState("GamePlay", ""); // deletes this object
     } else {
         turnPage();
     }

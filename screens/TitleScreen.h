@@ -5,8 +5,8 @@
 
 #include "screens/GameState.h"
 
-// The opening screen: a darkened sky and a short story that pages on by itself, or faster on any
-// key, with a thump at each page. After its last page a key starts the play.
+// The opening screen: a darkened sky and a short story. Its pages turn by themselves, or at any
+// key, each with a thump. On the last page a key starts the play.
 class TitleScreen : public GameState {
 public:
     explicit TitleScreen(Application& owner) : GameState(owner) {}
@@ -16,8 +16,6 @@ public:
     std::string getName() const override { return "TitleScreen"; }
 
 private:
-    friend class Inspector;
-
     void turnPage();
 
     static constexpr std::array<const char*, 6> lines = {

@@ -18,13 +18,13 @@ class LevelMap;
 class Player;
 struct HeldKeys;
 
-// The one friend of the game's classes: tools and tests look inside and set up situations with it.
-// The game itself never uses it. What concerns the runner is in InspectorPlayer.cpp and the sound
-// in InspectorSound.cpp, and needs no window; the effects are in InspectorEffects.cpp, the rest in
-// InspectorPlay.cpp.
+// A friend of the game's classes. Tools and tests use it to read private fields and to set
+// up situations; the game itself never does. It has four sources, so that a program links only what
+// it needs: InspectorPlayer.cpp (rules), InspectorSound.cpp, InspectorEffects.cpp, and
+// InspectorPlay.cpp for the rest.
 class Inspector {
 public:
-    // The part of a runner that the movement rules read and write; units as in Player.
+    // The fields of a runner that the movement rules use; units as in Player.
     struct Motion {
         float x = 0;
         float y = 0;
@@ -37,7 +37,7 @@ public:
     static Motion motion(const Player& player);
     static void setMotion(Player& player, const Motion& motion);
 
-    // One cloud of a field of 128, in field units.
+    // One of the 128 clouds of a field, in field units.
     struct Cloud {
         float x = 0;
         float y = 0;
@@ -46,14 +46,14 @@ public:
     static Cloud cloud(const CloudField& field, int index);
     static void setCloud(CloudField& field, int index, const Cloud& cloud);
 
-    // A sound of its own, beside the program's, in which nothing has sounded yet.
+    // A new AudioSingleton besides the program's own.
     static std::unique_ptr<AudioSingleton> makeSound();
     static std::int32_t note(const AudioSingleton& sound, std::int32_t track, std::int32_t step);
     static int soundingVoices(const AudioSingleton& sound, std::int32_t bank);
 
     static Drawer& drawer(Application& application);
     static void setDrawer(Application& application, std::unique_ptr<Drawer> drawer);
-    // Arguments that open a window of the virtual screen's size and no sound device.
+    // Arguments for a window of the virtual screen's size and no sound device.
     static std::vector<std::string> quietArguments();
 
     static GameState* state(Application& application);
@@ -66,8 +66,6 @@ public:
     static Player& player(GamePlay& play);
     static bool isFinished(const GamePlay& play);
     static const HeldKeys& heldKeys(const GamePlay& play);
-    static float vortexSize(const GamePlay& play);
-    static const LevelMap& level(const GamePlay& play);
-    // Puts another level in the place of the one that was loaded; the runner stays where it is.
+    // Replaces the loaded level; the runner stays where it is.
     static void setLevel(GamePlay& play, const std::function<LevelMap()>& make);
 };

@@ -55,16 +55,8 @@ const HeldKeys& Inspector::heldKeys(const GamePlay& play) {
     return play.heldKeys;
 }
 
-float Inspector::vortexSize(const GamePlay& play) {
-    return play.vortex.getSize();
-}
-
-const LevelMap& Inspector::level(const GamePlay& play) {
-    return play.map;
-}
-
 void Inspector::setLevel(GamePlay& play, const std::function<LevelMap()>& make) {
-    // A level can be neither copied nor moved, so the new one is built where the old one was.
+    // A level can be neither copied nor moved, so the new one is constructed in place.
     play.map.~LevelMap();
     new (&play.map) LevelMap(make());
 }

@@ -4,6 +4,7 @@
 #include <fstream>
 
 #include "game/LevelMap.h"
+#include "game/PlayRules.h"
 #include "tools/replay/InputScript.h"
 
 LevelMap GoalRun::loadLevel() {
@@ -16,7 +17,7 @@ std::vector<GoalRun::Frame> GoalRun::find(const LevelMap& map) {
     std::string failure;
     if (!script.read(source, failure)) return {};
     std::vector<Frame> run;
-    Player player({60, 984});
+    Player player(playStart);
     Frame frame;
     bool* const keys[] = {&frame.held.up, &frame.held.left, &frame.held.right, &frame.held.down};
     for (std::uint32_t number = 0; number < script.getEnd(); ++number) {
@@ -29,7 +30,7 @@ std::vector<GoalRun::Frame> GoalRun::find(const LevelMap& map) {
         run.push_back(frame);
         if (frame.action) player.requestKick();
         player.update(frame.held, map);
-        if (player.kickSpeed() >= 1.5f) return run;
+        if (player.kickSpeed() >= goalSpeed) return run;
     }
     return {};
 }
