@@ -2,15 +2,14 @@
 #include "drawing/GlyphAtlas.h"
 
 #include <algorithm>
+#include <bit>
 #include <cstring>
-
-#include "drawing/PowerOfTwo.h"
 
 static constexpr std::size_t pixelBytes = 4;
 
 GlyphAtlas::GlyphAtlas(int side, int width, int height)
     : size(static_cast<int>(
-          nextPowerOfTwo(static_cast<std::uint32_t>(std::max({side, width, height}))))) {
+          std::bit_ceil(static_cast<std::uint32_t>(std::max({side, width, height}))))) {
     const std::size_t bytes =
         static_cast<std::size_t>(size) * static_cast<std::size_t>(size) * pixelBytes;
     pixels = std::make_unique<std::uint8_t[]>(bytes);

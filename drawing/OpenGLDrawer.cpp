@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Zlib
-// Set-up: the window, the GL context, the fitted picture, and the life of a frame.
+// Set-up: the window, the GL context, and the start and end of a frame.
 #include "drawing/OpenGLDrawer.h"
 
 #include <SDL.h>
@@ -10,10 +10,6 @@
 #include "drawing/SpriteTexture.h"
 #include "images/EmbeddedImages.h"
 #include "platform/Platform.h"
-
-static constexpr int offscreenWidth = 1280; // pixels of the frame buffer's picture
-static constexpr int offscreenHeight = 720;
-static constexpr std::uint16_t blankGlyphSize = 16; // pixels
 
 std::uint32_t OpenGLDrawer::lineTexture = 0;
 
@@ -73,7 +69,7 @@ bool OpenGLDrawer::createWindow(std::uint16_t width, std::uint16_t height, bool 
     }
     hasContext = true;
     findShaders();
-    makeBlankGlyphs();
+    glyphFont.makeBlank();
     glViewport(0, 0, windowWidth, windowHeight);
     glClearColor(0, 0, 0, 1);
     glClear(GL_COLOR_BUFFER_BIT);
@@ -87,13 +83,14 @@ void OpenGLDrawer::resizeWindow(std::uint16_t width, std::uint16_t height) {
     windowWidth = width;
     windowHeight = height;
     if (!hasContext) return;
-    makeBlankGlyphs();
+    glyphFont.makeBlank();
     fitPicture();
+    deleteFrameBuffer();
     makeFrameBuffer();
     setFixedState();
 }
 
-// Opens the window, if need be with less than was asked for, and takes the size it really got.
+// Opens the window, if need be with less than was asked for, and stores its actual size.
 bool OpenGLDrawer::openSurface(bool fullscreen, std::int32_t multisample) {
     const SDL_VideoInfo* video = SDL_GetVideoInfo();
     setAttributes(video, multisample);
@@ -126,8 +123,8 @@ bool OpenGLDrawer::openSurface(bool fullscreen, std::int32_t multisample) {
     return true;
 }
 
-// Finds the driver's entry points. An error of the library is only told: on some systems it finds
-// all that is needed and complains all the same.
+// Finds the driver's entry points. An error of the library is only printed: on some systems it
+// finds all that is needed and still reports one.
 bool OpenGLDrawer::startGlew() {
     const GLenum failure = glewInit();
     if (failure != GLEW_OK) {
@@ -138,98 +135,6 @@ bool OpenGLDrawer::startGlew() {
     if (glActiveTextureARB && glMultiTexCoord2fARB && glBlendEquation) return true;
     SDL_SetError("the OpenGL driver lacks multitexturing or blend equations");
     return false;
-}
-
-void OpenGLDrawer::findShaders() {
-    shaderSupport = glUniform1iARB != nullptr;
-    if (!shaderSupport) {
-        std::cout << "Shader support: OpenGL shaders *NOT* available." << std::endl;
-        shaderCalls = ShaderCalls();
-        return;
-    }
-    std::cout << "Shader support: OpenGL shaders available." << std::endl;
-    shaderCalls = {glUniform1iARB,       glUniform1fARB,     glCreateShaderObjectARB,
-                   glShaderSourceARB,    glCompileShaderARB, glCreateProgramObjectARB,
-                   glAttachObjectARB,    glLinkProgramARB,   glGetUniformLocationARB,
-                   glUseProgramObjectARB};
-}
-
-void OpenGLDrawer::makeBlankGlyphs() {
-    std::array<std::uint8_t, blankGlyphSize * blankGlyphSize * 4> white;
-    white.fill(255);
-    for (TextureRecord& glyph : glyphs) {
-        glyph = {0, blankGlyphSize, blankGlyphSize, 1, 1};
-        glGenTextures(1, &glyph.name);
-        glBindTexture(GL_TEXTURE_2D, glyph.name);
-        glTexImage2D(GL_TEXTURE_2D, 0, GL_RGBA, blankGlyphSize, blankGlyphSize, 0, GL_RGBA,
-                     GL_UNSIGNED_BYTE, white.data());
-        glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, GL_LINEAR);
-        glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, GL_LINEAR);
-    }
-    glBindTexture(GL_TEXTURE_2D, 0);
-}
-
-void OpenGLDrawer::fitPicture() {
-    const float windowW = windowWidth;
-    const float windowH = windowHeight;
-    const float virtualAspect = static_cast<float>(height) / static_cast<float>(width);
-    const float windowAspect = windowH / windowW;
-    viewportLeft = 0;
-    viewportBottom = 0;
-    viewportW = windowW;
-    viewportH = windowH;
-    if (virtualAspect > windowAspect) { // the window is wider
-        viewportW = static_cast<float>(width) / static_cast<float>(height) * windowH;
-        viewportLeft = (windowW - viewportW) * 0.5f;
-    } else if (virtualAspect < windowAspect) {
-        viewportH = virtualAspect * windowW;
-        viewportBottom = (windowH - viewportH) * 0.5f;
-    }
-    setPictureViewport();
-}
-
-void OpenGLDrawer::setPictureViewport() {
-    glViewport(viewportX(), viewportY(), viewportWidth(), viewportHeight());
-}
-
-static void attachDepth() {
-    GLuint depth = 0;
-    glGenRenderbuffersEXT(1, &depth);
-    glBindRenderbufferEXT(GL_RENDERBUFFER_EXT, depth);
-    glRenderbufferStorageEXT(GL_RENDERBUFFER_EXT, GL_DEPTH_COMPONENT, offscreenWidth,
-                             offscreenHeight);
-    glFramebufferRenderbufferEXT(GL_FRAMEBUFFER_EXT, GL_DEPTH_ATTACHMENT_EXT, GL_RENDERBUFFER_EXT,
-                                 depth);
-}
-
-static GLuint attachPicture() {
-    GLuint name = 0;
-    glGenTextures(1, &name);
-    glBindTexture(GL_TEXTURE_2D, name);
-    glTexImage2D(GL_TEXTURE_2D, 0, GL_RGBA8, offscreenWidth, offscreenHeight, 0, GL_RGBA,
-                 GL_UNSIGNED_BYTE, nullptr);
-    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_S, GL_CLAMP_TO_EDGE);
-    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_T, GL_CLAMP_TO_EDGE);
-    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, GL_LINEAR);
-    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, GL_LINEAR);
-    glFramebufferTexture2DEXT(GL_FRAMEBUFFER_EXT, GL_COLOR_ATTACHMENT0_EXT, GL_TEXTURE_2D, name, 0);
-    glBindTexture(GL_TEXTURE_2D, 0);
-    return name;
-}
-
-void OpenGLDrawer::makeFrameBuffer() {
-    TextureRecord picture = {0, offscreenWidth, offscreenHeight, 1, 1};
-    bool complete = false;
-    if (glGenFramebuffersEXT) {
-        glGenFramebuffersEXT(1, &frameBuffer);
-        glBindFramebufferEXT(GL_FRAMEBUFFER_EXT, frameBuffer);
-        attachDepth();
-        picture.name = attachPicture();
-        complete = glCheckFramebufferStatusEXT(GL_FRAMEBUFFER_EXT) == GL_FRAMEBUFFER_COMPLETE_EXT;
-        glBindFramebufferEXT(GL_FRAMEBUFFER_EXT, 0);
-    }
-    offscreenHandle = registerTexture(picture);
-    if (!complete) std::cout << "Uh oh." << std::endl;
 }
 
 void OpenGLDrawer::setFixedState() {

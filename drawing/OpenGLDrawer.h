@@ -3,14 +3,15 @@
 
 #include <GL/glew.h>
 
-#include <array>
-#include <map>
 #include <memory>
 #include <vector>
 
 #include "drawing/Drawer.h"
+#include "drawing/GlyphFont.h"
 #include "drawing/OpenGLFont.h"
-#include "drawing/TextureRecord.h"
+#include "drawing/TextureTable.h"
+
+struct QuadBox;
 
 // The drawer on an SDL 1.2 window and the fixed pipeline of OpenGL in immediate mode. It fits the
 // virtual screen into a window of any size, with black bars where the shapes differ. Without a
@@ -76,18 +77,22 @@ public:
     void setGlyphImage(int index, PixelBuffer pixels, std::uint32_t size) override;
 
     // Whether textures made from now on are smoothed (at the start they are) or keep hard pixels.
-    void setTextureFiltering(bool linear) { linearFiltering = linear; }
+    void setTextureFiltering(bool linear) { textures.setFiltering(linear); }
 
-    // The record of a handle, null for a dead one; good until the texture is deleted.
-    const TextureRecord* textureRecord(std::uint32_t handle) const;
+    // The record of a handle, null for a dead one; valid until the texture is deleted.
+    const TextureRecord* textureRecord(std::uint32_t handle) const { return textures.find(handle); }
+
+    // Whether what is painted from now on is opaque. In blend mode 0 opaque paint is not blended,
+    // which changes no pixel and takes half the time. Callers must restore false.
+    void setOpaque(bool opaque);
 
     // A part of a sheet of 128 by 128 pixels that the caller has bound to unit 0. u, v, du, dv are
     // texture coordinates of a window that lies 0.001 inside the part on each side.
     void drawTileQuad(float x, float y, float u, float v, float du, float dv, float scaleX,
                       float scaleY, float r, float g, float b, float a);
 
-    // Lets what follows show only in a part of the virtual screen, taken generously to whole
-    // pixels, whatever the translation; and everywhere again.
+    // Lets what follows show only in a part of the virtual screen, rounded outward to whole pixels
+    // and a pixel more; the translation does not move it. stopClipping ends it.
     void clip(float x, float y, float w, float h);
     void stopClipping();
 
@@ -118,46 +123,39 @@ private:
         PFNGLUSEPROGRAMOBJECTARBPROC useProgramObject = [](GLhandleARB) {};
     };
 
-    struct Box {
-        float left, top, right, bottom;
-    };
-
     bool openSurface(bool fullscreen, std::int32_t multisample);
     bool startGlew();
-    void findShaders();
-    void makeBlankGlyphs();
+    void setFixedState();
+
+    void bindTextures(const TextureRecord& first);
+    void unbindTextures();
+    void paintTexture(const TextureRecord& record, const QuadBox& source, const QuadBox& target,
+                      float r, float g, float b, float a);
+
     void fitPicture();
     void setPictureViewport();
     void makeFrameBuffer();
-    void setFixedState();
+    void deleteFrameBuffer();
 
-    std::uint32_t registerTexture(const TextureRecord& record);
-    GLuint uploadTexture(const PixelBuffer& pixels, std::uint32_t width,
-                         std::uint32_t height) const;
-    void bindTextures(const TextureRecord& first);
-    void unbindTextures();
-    void paintTexture(const TextureRecord& record, const Box& source, const Box& target, float r,
-                      float g, float b, float a);
+    void findShaders();
 
-    std::map<std::uint32_t, TextureRecord> textures; // by handle
+    TextureTable textures;
     std::vector<Polygon> polygons;
-    std::array<TextureRecord, 44> glyphs;
-    std::int32_t glyphPadding = 0; // pixels, of the last glyph image that needed some
+    GlyphFont glyphFont;
     std::vector<std::unique_ptr<OpenGLFont>> fonts;
     std::uint32_t secondTexture = 0;
     std::int32_t baseUniform = -1; // locations in the last program made, -1 for none
     std::int32_t secondUniform = -1;
     std::int32_t paramUniform = -1;
-    std::uint32_t nextTexture = 1;    // where the search for a free handle begins
     std::uint16_t windowWidth = 1024; // pixels
     std::uint16_t windowHeight = 768; // pixels
     float viewportLeft = 0;           // the picture in the window, in pixels from the bottom left
     float viewportBottom = 0;
     float viewportW = 1024;
     float viewportH = 768;
-    bool linearFiltering = true;
     int blendMode = 0;
     GLuint frameBuffer = 0;
+    GLuint depthBuffer = 0;            // of the frame buffer
     std::uint32_t offscreenHandle = 0; // the frame buffer's picture in `textures`
     bool shaderSupport = true;
     ShaderCalls shaderCalls;

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: Zlib
 #include "drawing/OpenGLFont.h"
 
-#include <GL/glew.h>
 #include <SDL_ttf.h>
 
 #include <algorithm>
@@ -10,6 +9,8 @@
 #include "base/FilePath.h"
 #include "drawing/FontFile.h"
 #include "drawing/GlyphAtlas.h"
+#include "drawing/TextureTable.h"
+#include "drawing/TexturedQuad.h"
 
 static const std::string characterSet =
     "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789+-=.,;:'?()!\"\\/<>_ ";
@@ -54,18 +55,6 @@ static FontGlyph placeGlyph(char character, const FontFile::Metrics& metrics, in
     return glyph;
 }
 
-static GLuint uploadAtlas(const GlyphAtlas& atlas) {
-    GLuint name = 0;
-    glGenTextures(1, &name);
-    glBindTexture(GL_TEXTURE_2D, name);
-    glTexImage2D(GL_TEXTURE_2D, 0, GL_RGBA, atlas.getSize(), atlas.getSize(), 0, GL_RGBA,
-                 GL_UNSIGNED_BYTE, atlas.getPixels());
-    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, GL_LINEAR);
-    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, GL_LINEAR);
-    glBindTexture(GL_TEXTURE_2D, 0);
-    return name;
-}
-
 OpenGLFont::OpenGLFont(const std::string& fileName, float size) {
     const FilePath path = findFile(fileName);
     glGetError(); // an error left by somebody else
@@ -105,8 +94,9 @@ bool OpenGLFont::buildAtlas(const FontFile& file) {
         }
         glyphs.push_back(placeGlyph(character, metrics, left, top));
     }
-    texture = uploadAtlas(atlas);
     atlasSize = atlas.getSize();
+    const auto side = static_cast<std::uint32_t>(atlasSize);
+    texture = TextureTable::upload(atlas.getPixels(), side, side, GL_LINEAR, GL_REPEAT);
     lineHeight = static_cast<float>(linePixels);
     return true;
 }
@@ -127,24 +117,10 @@ void OpenGLFont::paintGlyph(const FontGlyph& glyph, float x, float y, float scal
                             float b, float a) const {
     const auto side = static_cast<float>(atlasSize);
     const float quadHeight = lineHeight + quadPadding;
-    const float left = glyph.x / side;
-    const float top = glyph.y / side;
-    const float right = (glyph.x + glyph.width) / side;
-    const float bottom = (glyph.y + quadHeight) / side;
-    const float w = glyph.width * scale;
-    const float h = quadHeight * scale;
+    const QuadBox source = {glyph.x / side, glyph.y / side, (glyph.x + glyph.width) / side,
+                            (glyph.y + quadHeight) / side};
     glBindTexture(GL_TEXTURE_2D, texture);
     glColor4f(r, g, b, a);
-    glBegin(GL_QUADS);
-    glMultiTexCoord2fARB(GL_TEXTURE0_ARB, left, top);
-    glVertex2f(x, y);
-    glMultiTexCoord2fARB(GL_TEXTURE0_ARB, right, top);
-    glVertex2f(x + w, y);
-    glMultiTexCoord2fARB(GL_TEXTURE0_ARB, right, bottom);
-    glVertex2f(x + w, y + h);
-    glMultiTexCoord2fARB(GL_TEXTURE0_ARB, left, bottom);
-    glVertex2f(x, y + h);
-    glEnd();
-    glBindTexture(GL_TEXTURE_2D, 0);
-    glColor4f(1, 1, 1, 1);
+    paintQuad(source, {x, y, x + glyph.width * scale, y + quadHeight * scale});
+    releaseTexture();
 }

@@ -1,0 +1,154 @@
+// SPDX-License-Identifier: Zlib
+// Where the picture lies in the window: units and pixels, the fitted picture, clipping. Also a part
+// of the screen, a picture off screen, and reading the screen, none of which the game uses.
+#include "drawing/OpenGLDrawer.h"
+
+#include <GL/glu.h>
+#include <SDL.h>
+
+#include <algorithm>
+#include <cmath>
+#include <iostream>
+
+static constexpr int offscreenWidth = 1280; // pixels of the frame buffer's picture
+static constexpr int offscreenHeight = 720;
+
+// The units at the right, the bottom and the top edge of the viewport; 0 is at the left.
+static void setUnits(GLdouble right, GLdouble bottom, GLdouble top) {
+    glMatrixMode(GL_PROJECTION);
+    glLoadIdentity();
+    gluOrtho2D(0, right, bottom, top);
+    glMatrixMode(GL_MODELVIEW);
+}
+
+void OpenGLDrawer::fitPicture() {
+    const float windowW = windowWidth;
+    const float windowH = windowHeight;
+    const float virtualAspect = static_cast<float>(height) / static_cast<float>(width);
+    const float windowAspect = windowH / windowW;
+    viewportLeft = 0;
+    viewportBottom = 0;
+    viewportW = windowW;
+    viewportH = windowH;
+    if (virtualAspect > windowAspect) { // the window is wider
+        viewportW = static_cast<float>(width) / static_cast<float>(height) * windowH;
+        viewportLeft = (windowW - viewportW) * 0.5f;
+    } else if (virtualAspect < windowAspect) {
+        viewportH = virtualAspect * windowW;
+        viewportBottom = (windowH - viewportH) * 0.5f;
+    }
+    setPictureViewport();
+}
+
+void OpenGLDrawer::setPictureViewport() {
+    glViewport(viewportX(), viewportY(), viewportWidth(), viewportHeight());
+}
+
+void OpenGLDrawer::clip(float x, float y, float w, float h) {
+    if (!hasContext) return;
+    const float scaleX = viewportW / static_cast<float>(width); // pixels a unit
+    const float scaleY = viewportH / static_cast<float>(height);
+    const auto left = static_cast<GLint>(std::floor(x * scaleX)) - 1;
+    const auto right = static_cast<GLint>(std::ceil((x + w) * scaleX)) + 1;
+    const auto bottom = static_cast<GLint>(std::floor(viewportH - (y + h) * scaleY)) - 1;
+    const auto top = static_cast<GLint>(std::ceil(viewportH - y * scaleY)) + 1;
+    glEnable(GL_SCISSOR_TEST);
+    glScissor(viewportX() + left, viewportY() + bottom, std::max(right - left, 0),
+              std::max(top - bottom, 0));
+}
+
+void OpenGLDrawer::stopClipping() {
+    if (hasContext) glDisable(GL_SCISSOR_TEST);
+}
+
+// --- a part of the screen
+
+// Units as pixels, of which 16 bits are kept: the rest is lost only far outside any window.
+static std::int16_t toPixels(std::int16_t units, std::int16_t virtualSide, float pixelSide) {
+    const float pixels = static_cast<float>(units) / virtualSide * pixelSide;
+    return static_cast<std::int16_t>(static_cast<std::int32_t>(pixels));
+}
+
+void OpenGLDrawer::setViewport(std::int16_t x, std::int16_t y, std::int16_t w, std::int16_t h) {
+    if (!hasContext) return;
+    const auto pixelsDown = [this](std::int16_t units) {
+        return toPixels(units, height, viewportH);
+    };
+    const auto pixelsAcross = [this](std::int16_t units) {
+        return toPixels(units, width, viewportW);
+    };
+    const std::int16_t pixelHeight = pixelsDown(h);
+    const std::int16_t pixelWidth = pixelsAcross(w);
+    const float left = pixelsAcross(x) + viewportLeft;
+    const float bottom =
+        viewportH - static_cast<float>(pixelsDown(y) + pixelHeight) + viewportBottom;
+    glViewport(static_cast<GLint>(left), static_cast<GLint>(bottom), pixelWidth, pixelHeight);
+    setUnits(w, h, 0);
+}
+
+void OpenGLDrawer::resetViewport() {
+    if (!hasContext) return;
+    setPictureViewport();
+    setUnits(width, height, 0);
+}
+
+// --- the picture off screen
+
+void OpenGLDrawer::makeFrameBuffer() {
+    TextureRecord picture = {0, offscreenWidth, offscreenHeight, 1, 1};
+    bool complete = false;
+    if (glGenFramebuffersEXT) {
+        glGenFramebuffersEXT(1, &frameBuffer);
+        glBindFramebufferEXT(GL_FRAMEBUFFER_EXT, frameBuffer);
+        glGenRenderbuffersEXT(1, &depthBuffer);
+        glBindRenderbufferEXT(GL_RENDERBUFFER_EXT, depthBuffer);
+        glRenderbufferStorageEXT(GL_RENDERBUFFER_EXT, GL_DEPTH_COMPONENT, offscreenWidth,
+                                 offscreenHeight);
+        glFramebufferRenderbufferEXT(GL_FRAMEBUFFER_EXT, GL_DEPTH_ATTACHMENT_EXT,
+                                     GL_RENDERBUFFER_EXT, depthBuffer);
+        picture.name = TextureTable::upload(nullptr, offscreenWidth, offscreenHeight, GL_LINEAR,
+                                            GL_CLAMP_TO_EDGE);
+        glFramebufferTexture2DEXT(GL_FRAMEBUFFER_EXT, GL_COLOR_ATTACHMENT0_EXT, GL_TEXTURE_2D,
+                                  picture.name, 0);
+        complete = glCheckFramebufferStatusEXT(GL_FRAMEBUFFER_EXT) == GL_FRAMEBUFFER_COMPLETE_EXT;
+        glBindFramebufferEXT(GL_FRAMEBUFFER_EXT, 0);
+    }
+    offscreenHandle = textures.add(picture);
+    if (!complete) std::cout << "Uh oh." << std::endl;
+}
+
+void OpenGLDrawer::deleteFrameBuffer() {
+    textures.erase(offscreenHandle);
+    if (frameBuffer == 0) return;
+    glDeleteFramebuffersEXT(1, &frameBuffer);
+    glDeleteRenderbuffersEXT(1, &depthBuffer);
+}
+
+void OpenGLDrawer::beginOffscreen() {
+    if (!hasContext || frameBuffer == 0) return;
+    glBindFramebufferEXT(GL_FRAMEBUFFER_EXT, frameBuffer);
+    glDrawBuffer(GL_COLOR_ATTACHMENT0_EXT);
+    glViewport(0, 0, width, height);
+    // Upside down against the window's: textures are painted with their first row at the top.
+    setUnits(width, 0, height);
+}
+
+void OpenGLDrawer::endOffscreen() {
+    if (!hasContext) return;
+    if (frameBuffer != 0) glBindFramebufferEXT(GL_FRAMEBUFFER_EXT, 0);
+    resetViewport();
+}
+
+// --- reading the screen
+
+std::unique_ptr<std::uint8_t[]> OpenGLDrawer::readScreen() {
+    const std::size_t bytes = std::size_t{windowWidth} * windowHeight * 3;
+    if (hasContext) SDL_GL_SwapBuffers();
+    auto buffer = std::make_unique<std::uint8_t[]>(bytes);
+    if (!hasContext) return buffer;
+    // The driver would begin each row at a multiple of 4 bytes; the buffer holds them tight.
+    glPixelStorei(GL_PACK_ALIGNMENT, 1);
+    glReadPixels(0, 0, windowWidth, windowHeight, GL_RGB, GL_UNSIGNED_BYTE, buffer.get());
+    glPixelStorei(GL_PACK_ALIGNMENT, 4);
+    return buffer;
+}

@@ -1,0 +1,34 @@
+// SPDX-License-Identifier: Zlib
+#pragma once
+
+#include <GL/glew.h>
+
+// Painting with the texture that is bound to unit 0, for the drawer and its fonts. All three need a
+// GL context.
+
+// Sides of a rectangle, in texture coordinates or in units of the virtual screen.
+struct QuadBox {
+    float left, top, right, bottom;
+};
+
+// A corner between glBegin and glEnd: texture coordinates, then its place.
+inline void quadCorner(float u, float v, float x, float y) {
+    glMultiTexCoord2fARB(GL_TEXTURE0_ARB, u, v);
+    glVertex2f(x, y);
+}
+
+// Paints a part of the texture into a box, in the current colour.
+inline void paintQuad(const QuadBox& source, const QuadBox& target) {
+    glBegin(GL_QUADS);
+    quadCorner(source.left, source.top, target.left, target.top);
+    quadCorner(source.right, source.top, target.right, target.top);
+    quadCorner(source.right, source.bottom, target.right, target.bottom);
+    quadCorner(source.left, source.bottom, target.left, target.bottom);
+    glEnd();
+}
+
+// Unbinds the texture and makes white the current colour.
+inline void releaseTexture() {
+    glColor4f(1, 1, 1, 1);
+    glBindTexture(GL_TEXTURE_2D, 0);
+}
