@@ -2,7 +2,6 @@
 #include "game/Backdrop.h"
 
 #include "drawing/OpenGLDrawer.h"
-#include "game/TimeVortex.h"
 
 static constexpr float skyScale = 1.25f; // 1024 pixels to the width of the screen
 
@@ -20,15 +19,14 @@ static void paint(Drawer& drawer, std::uint32_t skyTexture, std::uint8_t red, st
 }
 
 void drawBackdrop(Drawer& drawer, std::uint32_t skyTexture, std::uint8_t red, std::uint8_t green,
-                  std::uint8_t blue, const TimeVortex* vortex) {
-    const float hidden = vortex ? vortex->hiddenWidth(drawer) : 0;
-    if (hidden <= 0) {
+                  std::uint8_t blue, float hiddenWidth) {
+    if (hiddenWidth <= 0) {
         paint(drawer, skyTexture, red, green, blue);
         return;
     }
-    // The strips to both sides; the same quads as ever, so that the same pixels come of them.
+    // The strips on both sides, clipped out of the whole quads, which gives the same pixels.
     auto& painter = static_cast<OpenGLDrawer&>(drawer);
-    const float strip = (drawer.width - hidden) / 2;
+    const float strip = (drawer.width - hiddenWidth) / 2;
     if (strip <= 0) return;
     for (const float left : {0.0f, drawer.width - strip}) {
         painter.clip(left, 0, strip, drawer.height);

@@ -95,19 +95,19 @@ void TileRenderer::drawTiles(Drawer& drawer, const LevelMap& map, WorldPoint cam
     auto& painter = static_cast<OpenGLDrawer&>(drawer);
     glActiveTextureARB(GL_TEXTURE0_ARB);
     glBindTexture(GL_TEXTURE_2D, sheetName);
-    glDisable(GL_BLEND); // rock is opaque, and painted faster so
+    painter.setOpaque(true); // rock is; only flames are blended
     forEachVisibleCell(map, camera, [&](int column, int row, float x, float y) {
         const std::uint8_t code = map.at(column, row);
         if (code == LevelMap::empty) return;
         const bool flame = code == LevelMap::flame;
         const SheetCell& cell =
             flame ? flameCells[static_cast<std::size_t>(flameFrame)] : cells[code];
-        if (flame) glEnable(GL_BLEND);
+        if (flame) painter.setOpaque(false);
         painter.drawTileQuad(x, y, cell.u + cellInset, cell.v + cellInset, cellWindow, cellWindow,
                              tileScale, tileScale, 1, 1, 1, 1);
-        if (flame) glDisable(GL_BLEND);
+        if (flame) painter.setOpaque(true);
     });
-    glEnable(GL_BLEND);
+    painter.setOpaque(false);
     glActiveTextureARB(GL_TEXTURE0_ARB);
     glBindTexture(GL_TEXTURE_2D, 0);
 }

@@ -31,7 +31,7 @@ void Epilogue::draw(Drawer& drawer) {
     player.update(noControls, map);
     if (player.isAirborne()) trail.spawn(player.position());
     const WorldPoint camera = cameraFor(player.position());
-    drawBackdrop(drawer, skyTexture, 96, 96, 255, &vortex);
+    drawBackdrop(drawer, skyTexture, 96, 96, 255, vortex.hiddenWidth(drawer));
     clouds.draw(drawer, camera);
     tiles.draw(drawer, map, camera);
     trail.draw(drawer, camera);

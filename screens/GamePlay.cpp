@@ -68,7 +68,7 @@ void GamePlay::step() {
 
 void GamePlay::drawWorld(Drawer& drawer) {
     const WorldPoint camera = cameraFor(player.position());
-    drawBackdrop(drawer, skyTexture, 112, 96, 128, finished ? &vortex : nullptr);
+    drawBackdrop(drawer, skyTexture, 112, 96, 128, vortex.hiddenWidth(drawer));
     clouds.draw(drawer, camera);
     tiles.draw(drawer, map, camera);
     trail.draw(drawer, camera);
