@@ -6,9 +6,8 @@
 #include <string>
 #include <vector>
 
-// A path as plain text, and the few questions about it through which the game finds its data.
-// Nothing is normalised, and the file system is asked only by the operations that say so. The
-// empty path is the null value: every question about it is answered false, 0 or empty. No
+// A path as plain text, with the operations that the game needs to find its data. Nothing is
+// normalised. The empty path is the null value: all operations return false, 0 or empty for it. No
 // operation throws. A plain value without shared state, usable from any thread.
 class FilePath {
 public:
@@ -17,40 +16,39 @@ public:
 
     const std::string& text() const { return path; }
 
-    // Whether anything lies at the path, and whether that is something else than a folder. Both
+    // Whether anything exists at the path, and whether it is something other than a folder. Both
     // follow links and print nothing.
     bool exists() const;
     bool isFile() const;
 
-    // Whether a file lies at the path that has an end: a pipe or a device could keep its reader
-    // waiting for ever.
+    // Whether a regular file exists at the path. Reading a pipe or a device could block forever.
     bool isOrdinaryFile() const;
 
-    // The ordinary file at the path, to be read byte by byte; a stream that is not open for
-    // everything else, and for a file that cannot be read.
+    // Opens the regular file at the path for binary reading. For anything else, and for a file that
+    // cannot be read, the stream is not open.
     std::ifstream open() const;
 
-    // Whether a folder lies at the path. A failed query, a missing path included, prints a line.
+    // Whether a folder exists at the path. A failed query prints a line, also for a missing path.
     bool isDirectory() const;
 
-    // The text behind the last dot of the whole path, the folders' dots included; the whole path
-    // if it has no dot; empty for an existing folder. Asks isDirectory and so may print.
+    // The text after the last dot of the whole path, which may be a folder's dot; the whole path if
+    // it has no dot; empty for an existing folder. Calls isDirectory, so it may print a line.
     std::string getExtension() const;
 
-    // Number of entries of the folder, files and folders alike, without "." and "..".
+    // The number of entries of the folder, files and folders alike, without "." and "..".
     std::uint32_t getEntryCount() const;
 
-    // The entry at a position counted from 0, in the file system's own order, which means nothing
-    // across machines; empty if there is none.
+    // The entry at a position from 0, in the order of the file system, which differs between
+    // machines; empty if there is none.
     FilePath getEntry(std::uint32_t index) const;
 
-    // This path, the separator, the other text: appended as they are.
+    // This path, a separator and the other text, joined without any check.
     FilePath join(const std::string& other) const;
 
-    // The folder of the running executable, links resolved, without a separator at its end.
+    // The folder of the running executable, with links resolved, without a separator at the end.
     static FilePath getDataDirectory();
 
-    // The folders in which the system keeps its fonts.
+    // The folders that contain the system's fonts.
     static std::vector<FilePath> getSystemFontDirectories();
 
 private:

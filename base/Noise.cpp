@@ -3,12 +3,12 @@
 
 #include "platform/Platform.h"
 
-// Integer noise: a cubic polynomial over 32-bit wrap-around, a known recipe for lattice noise.
+// Integer noise: a cubic polynomial in 32-bit arithmetic that wraps, known from lattice noise.
 static constexpr std::uint32_t cubicFactor = 15731;
 static constexpr std::uint32_t linearFactor = 789221;
 static constexpr std::uint32_t offset = 771171059;
 static constexpr std::uint32_t positiveBits = 0x7FFFFFFF;
-static constexpr double hashToTwo = 9.313225746154785e-10; // 2 to the power -30
+static constexpr double hashToTwo = 9.313225746154785e-10; // 2^-30
 
 float noiseUnit() {
     SharedValue<std::uint32_t>& seed = noiseSeed();
@@ -21,7 +21,7 @@ float noiseUnit() {
 }
 
 int noiseRange(int n) {
-    // In double: with float arithmetic an n of 257 or more could come out as n itself.
+    // In double: with float arithmetic the result for an n of 257 or more could be n itself.
     return static_cast<int>(noiseUnit() * (n - 0.00001));
 }
 

@@ -4,9 +4,9 @@
 #include <atomic>
 
 // A small value that the main thread and the audio thread share without a lock. It behaves like a
-// plain T: it copies, converts both ways and takes part in arithmetic. Each load and each store is
-// whole; += and its sisters are a load and a store, so of two threads that change the value at
-// once one may lose its change. There is no ordering with other values (relaxed).
+// plain T in copies, conversions and arithmetic. Loads and stores are atomic; += and the like are a
+// load and a store, so if two threads change the value at the same time, one change may be lost.
+// There is no ordering with other values (relaxed).
 template <typename T>
 class SharedValue {
 public:

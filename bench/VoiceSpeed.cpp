@@ -1,35 +1,39 @@
 // SPDX-License-Identifier: Zlib
-// What the sound costs. Prints medians, each with its limit, and fails beyond one. All times are
-// the processor's for this program alone. The voices of a bank take turns with literal voices, one
-// by one and sample by sample, some milliseconds each, so whatever else the machine does weighs on
-// both alike.
+// Measures what the sound costs. Prints medians, each with its limit, and fails if one is beyond
+// its limit. All times are processor times of this program. The two ways to render a bank take
+// turns of a few milliseconds, so that other work on the machine affects both alike.
 #include <algorithm>
 #include <array>
 #include <ctime>
 #include <iomanip>
 #include <iostream>
+#include <memory>
 #include <string>
 
-#include "bench/VoiceBanks.h"
 #include "sound/AudioSingleton.h"
+#include "sound/ClapSynth.h"
+#include "sound/CrashSynth.h"
+#include "sound/HatSynth.h"
+#include "sound/KickSynth.h"
 #include "sound/VoiceKernel.h"
 
-static constexpr double fasterWithAvx2 = 7;      // times, a whole bank
-static constexpr double fasterWithSse2 = 3.5;    // times, a whole bank
-static constexpr double notSlower = 1;           // times, a voice or two
-static constexpr double longestVoiceSample = 12; // ns, in a whole bank
-static constexpr double fullSound = 11;          // times real time
-static constexpr double longestBuilding = 20;    // ms, of tables, patches and pitches
-static constexpr double tenVoices = 1.5;         // per cent of a core
-static constexpr double thirtyVoices = 2.5;
+// Rendering a bank together compared with rendering its voices one by one: times faster.
+static constexpr double fasterWithAvx2 = 7;   // 32 voices
+static constexpr double fasterWithSse2 = 3.5; // 32 voices
+static constexpr double notSlower = 1;        // two voices
+static constexpr double mostPerSample = 12;   // ns a voice, of 32 with AVX2
+static constexpr double fullSound = 11;       // times faster than real time, with AVX2
+static constexpr double longestBuilding = 20; // ms: tables, patches and pitches
+static constexpr double tenVoices = 1.5;      // per cent of a core
+static constexpr double thirtyVoices = 2.5;   // per cent of a core
 
-static constexpr std::size_t bankVoices = 32;
 static constexpr std::size_t rounds = 6;
+static constexpr std::int32_t noteFrames = 88000; // a little less than a note
 static constexpr std::int32_t bufferFrames = 256;
 static constexpr std::int32_t turnFrames = 16 * bufferFrames;
 static constexpr double frameTime = 1e9 / 44100; // ns
 
-// What was measured, and whether all of it keeps to its limits.
+// Prints what was measured, and remembers whether all figures are within their limits.
 class Figures {
 public:
     void least(const std::string& what, double figure, double limit) {
@@ -50,6 +54,66 @@ private:
     bool good = true;
 };
 
+// A bank in which some voices play notes of 2 seconds, each with a pitch of its own, on a patch
+// that uses everything a voice has.
+class Bank {
+public:
+    explicit Bank(std::size_t count) : playing(count) {}
+
+    void start() {
+        static constexpr std::pair<const char*, float> patch[] = {
+            {"waveAmount", 0.4f},      {"filterCutoff", 0.3f}, {"filterRes", 0.5f},
+            {"filterEnvAmount", 0.5f}, {"noteLength", 1.0f},   {"distGain", 2.0f},
+            {"detunedSawAmount", 0.5f}};
+        for (std::size_t i = 0; i < playing; ++i) {
+            for (const auto& [name, value] : patch) voices[i].setParameter(name, value, true);
+            voices[i].noteOn(100 + 7.3f * static_cast<float>(i), 0);
+        }
+    }
+
+    void render(float* output, std::int32_t frames) {
+        SimpleSynth::renderAll(voices, output, frames);
+    }
+
+private:
+    std::size_t playing;
+    std::array<SimpleSynth, SimpleSynth::bankSize> voices;
+};
+
+// Everything that can sound at once: five banks and four drums.
+class FullSound {
+public:
+    void start() {
+        for (Bank& bank : banks) bank.start();
+    }
+
+    void render(float* output, std::int32_t frames) {
+        for (Bank& bank : banks) bank.render(output, frames);
+        for (const auto& drum : drums) {
+            if (!drum->isActive()) drum->trigger(true, 0, false);
+            drum->render(output, frames);
+        }
+    }
+
+private:
+    std::array<Bank, 5> banks = {Bank(32), Bank(32), Bank(32), Bank(32), Bank(32)};
+    std::array<std::unique_ptr<Synthesizer>, 4> drums = {
+        std::make_unique<KickSynth>(), std::make_unique<ClapSynth>(), std::make_unique<HatSynth>(),
+        std::make_unique<CrashSynth>()};
+};
+
+// The notes of a play: bass, pad and high voice.
+struct Play {
+    std::array<Bank, 3> banks;
+
+    void start() {
+        for (Bank& bank : banks) bank.start();
+    }
+    void render(float* output, std::int32_t frames) {
+        for (Bank& bank : banks) bank.render(output, frames);
+    }
+};
+
 template <typename Work>
 static double timeOf(Work work) { // ns
     const auto now = [] {
@@ -57,9 +121,9 @@ static double timeOf(Work work) { // ns
         clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &time);
         return 1e9 * static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_nsec);
     };
-    const double begin = now();
+    const double start = now();
     work();
-    return now() - begin;
+    return now() - start;
 }
 
 static double median(std::array<double, rounds> values) {
@@ -67,103 +131,82 @@ static double median(std::array<double, rounds> values) {
     return (values[rounds / 2 - 1] + values[rounds / 2]) / 2;
 }
 
-// Calls render with a buffer until so many frames are done.
-template <typename Render>
-static void renderFrames(std::int32_t frames, std::int32_t buffer, Render render) {
-    std::array<float, 1024> output = {};
-    for (std::int32_t i = 0; i < frames; i += buffer) render(output.data(), buffer);
+template <typename Sound>
+static double timeToRender(Sound& sound, std::int32_t frames, std::int32_t buffer) { // ns
+    return timeOf([&] {
+        std::array<float, 1024> output = {};
+        for (std::int32_t i = 0; i < frames; i += buffer) sound.render(output.data(), buffer);
+    });
 }
 
-static void measureBank(Figures& figures, const std::string& level, std::size_t voices,
-                        double leastRatio) {
-    VoiceBanks bank(voices);
-    std::array<double, rounds> program;
+static void measureBank(Figures& figures, VoiceKernel::Level level, const std::string& name,
+                        std::size_t voices, double leastRatio) {
+    Bank together(voices);
+    Bank oneByOne(voices);
+    std::array<double, rounds> perSample;
     std::array<double, rounds> ratio;
     for (std::size_t round = 0; round < rounds; ++round) {
-        bank.start();
-        double literalTime = 0;
-        double programTime = 0;
+        together.start();
+        oneByOne.start();
+        double timeTogether = 0;
+        double timeOneByOne = 0;
         std::int32_t frames = 0;
-        for (; frames + turnFrames <= VoiceBanks::noteFrames; frames += turnFrames) {
-            literalTime += timeOf([&] {
-                renderFrames(turnFrames, bufferFrames,
-                             [&](auto... buffer) { bank.renderLiteral(buffer...); });
-            });
-            programTime += timeOf([&] {
-                renderFrames(turnFrames, bufferFrames,
-                             [&](auto... buffer) { bank.render(buffer...); });
-            });
+        for (; frames + turnFrames <= noteFrames; frames += turnFrames) {
+            VoiceKernel::setLevel(VoiceKernel::Level::scalar);
+            timeOneByOne += timeToRender(oneByOne, turnFrames, bufferFrames);
+            VoiceKernel::setLevel(level);
+            timeTogether += timeToRender(together, turnFrames, bufferFrames);
         }
-        program[round] = programTime / (static_cast<double>(voices) * frames);
-        ratio[round] = literalTime / programTime;
+        perSample[round] = timeTogether / (static_cast<double>(voices) * frames);
+        ratio[round] = timeOneByOne / timeTogether;
     }
-    const std::string name = level + ", " + std::to_string(voices) + " voices: ";
-    figures.least(name + "times faster", median(ratio), leastRatio);
-    if (voices == bankVoices && level == "AVX2") {
-        figures.most(name + "ns", median(program), longestVoiceSample);
+    const std::string what = name + ", " + std::to_string(voices) + " voices: ";
+    figures.least(what + "times faster", median(ratio), leastRatio);
+    if (voices == SimpleSynth::bankSize && level == VoiceKernel::Level::avx2) {
+        figures.most(what + "ns", median(perSample), mostPerSample);
     }
 }
 
 static void measureLevel(Figures& figures, VoiceKernel::Level level, const std::string& name,
                          double leastRatio) {
     if (level > VoiceStages::best()) {
-        std::cout << name << ": skipped, this processor or this build has no such instructions\n";
+        std::cout << name << ": skipped, not supported by this processor or this build\n";
         return;
     }
-    VoiceKernel::setLevel(level);
-    measureBank(figures, name, 1, notSlower);
-    measureBank(figures, name, 2, notSlower);
-    measureBank(figures, name, bankVoices, leastRatio);
+    measureBank(figures, level, name, 2, notSlower);
+    measureBank(figures, level, name, SimpleSynth::bankSize, leastRatio);
 }
 
-// Processor time by the time that sounds.
+// The share of a core that a sound needs in real time.
 template <typename Sound>
-static double share(Sound& sound, std::int32_t buffer) {
+static double shareOfACore(Sound& sound, std::int32_t buffer) {
+    constexpr std::int32_t frames = noteFrames / 512 * 512;
     std::array<double, rounds> shares;
-    for (double& one : shares) {
+    for (double& share : shares) {
         sound.start();
-        constexpr std::int32_t frames = VoiceBanks::noteFrames / 512 * 512;
-        const double time = timeOf([&] {
-            renderFrames(frames, buffer, [&](auto... output) { sound.render(output...); });
-        });
-        one = time / (frames * frameTime);
+        share = timeToRender(sound, frames, buffer) / (frames * frameTime);
     }
     return median(shares);
-}
-
-// As a play spreads its notes: bass, pad and high voice.
-struct Play {
-    std::array<VoiceBanks, 3> banks;
-
-    void start() {
-        for (VoiceBanks& bank : banks) bank.start();
-    }
-    void render(float* output, std::int32_t frames) {
-        for (VoiceBanks& bank : banks) bank.render(output, frames);
-    }
-};
-
-static void measurePlay(Figures& figures) {
-    Play ten = {{VoiceBanks(1), VoiceBanks(1), VoiceBanks(8)}};
-    Play thirty = {{VoiceBanks(2), VoiceBanks(2), VoiceBanks(26)}};
-    figures.most("10 voices: % of a core", 100 * share(ten, 512), tenVoices);
-    figures.most("30 voices: % of a core", 100 * share(thirty, 512), thirtyVoices);
 }
 
 int main() {
     std::cout << std::fixed << std::setprecision(2);
     Figures figures;
-    // Before anything else of the sound: the building is once in a program.
+    // First, since the sound is built only once.
     const double building = timeOf([] { AudioSingleton::instance(); });
     figures.most("building the sound: ms", building / 1e6, longestBuilding);
 
     using Level = VoiceKernel::Level;
-    measureLevel(figures, Level::scalar, "scalar", notSlower);
     measureLevel(figures, Level::sse2, "SSE2", fasterWithSse2);
     measureLevel(figures, Level::avx2, "AVX2", fasterWithAvx2);
-    measurePlay(figures);
+    VoiceKernel::setLevel(VoiceStages::best());
+
+    Play ten = {{Bank(1), Bank(1), Bank(8)}};
+    Play thirty = {{Bank(2), Bank(2), Bank(26)}};
+    figures.most("10 voices: % of a core", 100 * shareOfACore(ten, 512), tenVoices);
+    figures.most("30 voices: % of a core", 100 * shareOfACore(thirty, 512), thirtyVoices);
     FullSound sound;
-    figures.least("160 voices, 4 drums: x real time", 1 / share(sound, bufferFrames),
+    figures.least("160 voices, 4 drums: x real time", 1 / shareOfACore(sound, bufferFrames),
                   VoiceStages::best() == Level::avx2 ? fullSound : 1);
     return figures.areGood() ? 0 : 1;
 }

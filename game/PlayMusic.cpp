@@ -21,12 +21,12 @@ void PlayMusic::start(AudioSingleton& sound) {
 }
 
 void PlayMusic::onBar(AudioSingleton& sound, float speed) {
-    // The remainder keeps the sign: -1, 0, 1, ... 7, 0, ... The first bar is without the pad.
+    // -1, 0, 1, ... 7, 0, ... since the remainder keeps the sign. The first bar has no pad.
     barCount = (barCount + 1) % 8;
     if (barCount >= 0) {
         sound.toggleStep(padTrack, 0, padLine[static_cast<std::size_t>(barCount)]);
     }
-    // A random note that its step holds already becomes a rest.
+    // A note that equals the one in its step becomes a rest.
     for (const std::int32_t step : highSteps) {
         const std::int32_t note = speed > fastSpeed ? noiseRange(8) : AudioSingleton::rest;
         sound.toggleStep(highTrack, step, note);

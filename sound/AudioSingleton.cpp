@@ -10,7 +10,7 @@
 #include "sound/KickSynth.h"
 
 static constexpr std::size_t bomBank = 4;
-static constexpr float bomFrequencies[] = {110, 220, 223}; // hertz; the upper two beat
+static constexpr float bomFrequencies[] = {110, 220, 223}; // hertz; the upper two make a beat
 
 AudioSingleton& AudioSingleton::instance() {
     static AudioSingleton sound;
@@ -25,13 +25,8 @@ AudioSingleton::AudioSingleton() {
     drums = {std::make_shared<KickSynth>(), std::make_shared<ClapSynth>(),
              std::make_shared<HatSynth>(), std::make_shared<CrashSynth>()};
     clearSteps();
-    loadPitches();
-    cursor.setCallback(this);
-}
-
-// Each start of the program has pitches of its own.
-void AudioSingleton::loadPitches() {
     pitches = pickPitches(FilePath::getDataDirectory().join("pitches"));
+    cursor.setCallback(this);
 }
 
 void AudioSingleton::toggleStep(std::int32_t track, std::int32_t step, std::int32_t note) {
@@ -45,8 +40,8 @@ void AudioSingleton::clearSteps() {
     }
 }
 
-// The mark and the pointer are stored and loaded in one order that both threads agree on
-// (sequentially consistent): with less, each side could miss the other.
+// `callback` and `inBar` are sequentially consistent: both threads see their loads and stores in
+// one order. With a weaker order each thread could miss the other's store.
 void AudioSingleton::setCallback(Callback* listener) {
     callback.store(listener, std::memory_order_seq_cst);
     while (inBar.load(std::memory_order_seq_cst)) std::this_thread::yield();
@@ -59,7 +54,7 @@ void AudioSingleton::reportBar() {
 }
 
 void AudioSingleton::stepReached(std::int32_t step, std::int32_t sampleOffset) {
-    // First, so that a note that the game writes into step 0 is played in this bar.
+    // First, so that a note that the listener writes into step 0 plays in this bar.
     if (step == 0) reportBar();
     const auto column = static_cast<std::size_t>(step);
     for (std::size_t track = 0; track < notes.size(); ++track) {

@@ -13,23 +13,23 @@
 #include "sound/SimpleSynth.h"
 #include "sound/Synthesizer.h"
 
-// The one owner of everything audible: the clock, five banks of voices, four drums, the grid of
-// notes and the pitches of the notes. The game writes notes, the audio thread calls process.
+// Owns everything audible: the clock, five banks of voices, four drums, the grid of notes and the
+// pitches of the notes. The game writes notes; the audio thread calls process.
 //
-// Sample: 1/44100 of a second, whatever the stream runs at. Stereo frame: a sample of both
-// channels. Step: a sixteenth of a bar. Bar: 16 steps, about 2 seconds; the grid plays again each
-// bar. Note: an index into the pitches. Track: a row of the grid; 0 to 3 are the banks "SeqBass",
-// "SeqPad", "SeqHi" and "SeqDuck", 4 to 7 kick, clap, hat and crash. The bank "Bom" has no track.
+// Sample: 1/44100 of a second, whatever the rate of the stream. Stereo frame: a sample for each
+// channel. Bar: 16 steps, about 2 seconds; the grid repeats every bar. Note: an index into the
+// pitches. Track: a row of the grid; 0 to 3 are the banks "SeqBass", "SeqPad", "SeqHi" and
+// "SeqDuck", 4 to 7 kick, clap, hat and crash. The bank "Bom" has no track.
 //
-// Two threads, no lock: the main thread builds it and calls what it calls, the audio thread runs
-// process and the bar events. Nothing on the audio thread allocates or waits.
+// There are two threads and no lock: the main thread builds it and writes notes, the audio thread
+// runs process and the bar events. Nothing on the audio thread allocates or waits.
 class AudioSingleton : public SequencerCursor::Callback {
 public:
     static constexpr std::int32_t tracks = 8;
     static constexpr std::int32_t steps = 16;
     static constexpr std::int32_t rest = -1; // no note
 
-    // The patch of each bank, in the folder "synthPatches".
+    // The patch file of each bank, in the folder "synthPatches".
     static constexpr std::array<const char*, 5> patchFiles = {
         "SeqBass.inl", "SeqPad.inl", "SeqHi.inl", "SeqDuck.inl", "Bom.inl"};
 
@@ -41,32 +41,32 @@ public:
         virtual void onBar() = 0;
     };
 
-    // The one object. The first call builds it, reads patches and pitches, and is made on the main
-    // thread; it lives until the program exits.
+    // The program's only object. The first call, on the main thread, builds it and reads patches
+    // and pitches; it lives until the program exits.
     static AudioSingleton& instance();
 
-    // Puts a note into a cell, or a rest if it holds that note already. On a drum's track an even
-    // note is the normal hit and an odd one the alternate.
+    // Writes a note into a cell, or a rest if the cell holds that note already. On a drum's track
+    // an even note is the normal hit and an odd note the alternate one.
     void toggleStep(std::int32_t track, std::int32_t step, std::int32_t note);
 
-    // Rests everywhere.
+    // Writes rests into all cells.
     void clearSteps();
 
-    // Makes the next sample the begin of a bar.
+    // Starts a new bar at the next sample.
     void rewindBar() { cursor.rewind(); }
 
-    // Who hears of bars; not owned, null for nobody. Main thread. When the call returns no bar
-    // event of the one before is running; it waits for that at most as long as one lasts.
+    // Sets the listener for bars; not owned, may be null. Main thread. When the call returns, no
+    // bar event of the previous listener is running; it waits for such an event to end.
     void setCallback(Callback* listener);
 
     // Plays the thump of a page: 110, 220 and 223 hertz at once. Main thread.
     void playBom();
 
-    // Adds the sound of so many stereo frames (2 x frames floats, interleaved). Audio thread.
+    // Adds the sound to `frames` stereo frames (2 x frames floats, interleaved). Audio thread.
     void process(float* output, std::int32_t frames);
 
-    // Replace the pitches, or the patch of a bank (an index of patchFiles), for tools. No stream
-    // may run.
+    // For tools: replace the pitches, or the patch of a bank (an index into patchFiles). No stream
+    // may be running.
     void setPitches(const PitchTable& table) { pitches = table; }
     void loadPatch(std::size_t bank, const std::string& path) { synths[bank].loadPatch(path); }
 
@@ -79,7 +79,6 @@ private:
 
     AudioSingleton();
 
-    void loadPitches();
     void reportBar();
 
     SequencerCursor cursor;
@@ -88,5 +87,5 @@ private:
     std::array<std::array<SharedValue<std::int32_t>, steps>, tracks> notes;
     PitchTable pitches = {}; // hertz
     std::atomic<Callback*> callback = nullptr;
-    std::atomic<bool> inBar = false; // the audio thread may hold the callback
+    std::atomic<bool> inBar = false; // the audio thread may be using the callback
 };

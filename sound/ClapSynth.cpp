@@ -23,7 +23,7 @@ void ClapSynth::render(float* output, std::int32_t frames) {
 
 bool ClapSynth::step(float& sample) {
     envelope -= envelopeStep;
-    // The fewer bursts are left, the longer is the next.
+    // The fewer bursts are left, the longer the next one is.
     const float threshold = static_cast<float>(bursts) * 0.5f * 0.025f + 0.925f;
     if (envelope < threshold && bursts > 0) {
         --bursts;

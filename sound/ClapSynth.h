@@ -3,8 +3,8 @@
 
 #include "sound/Synthesizer.h"
 
-// A hand clap: a rapid run of noise bursts, four or, in the alternate and duller hit, two, and then
-// a decay of 5512 samples. The noise filter keeps what the last hit left in it.
+// A hand clap: four rapid bursts of noise (two, and duller, in the alternate hit), then a decay of
+// 5512 samples. The noise filter keeps its state from hit to hit.
 class ClapSynth : public Synthesizer {
 public:
     void render(float* output, std::int32_t frames) override;
@@ -16,7 +16,7 @@ private:
 
     bool active = false;
     std::int32_t sampleOffset = 0;
-    std::int32_t bursts = 3; // restarts of the envelope that are left
+    std::int32_t bursts = 3; // restarts of the envelope left
     float envelope = 0;
     float z1 = 0;
     float z2 = 0;

@@ -8,7 +8,7 @@
 static constexpr float envelopeStep = 0.00006802721f; // 3 / 44100 a sample
 static constexpr float gain = 0.33f;
 static constexpr float feedback = 0.8f;
-static constexpr float delay = 0.1f; // samples behind the place of writing
+static constexpr float delay = 0.1f; // samples behind the write position; below 1
 static constexpr float normalCoefficient = 0.9f;
 static constexpr float alternateCoefficient = 0.999f;
 static constexpr float normalStart = 1.5f; // of the envelope: the normal hit is longer
@@ -43,13 +43,9 @@ bool CrashSynth::step(float& sample) {
     return true;
 }
 
-// Between two samples of the delay line. The place is cut toward zero before it wraps.
+// Interpolates between two samples of the delay line. The position is rounded toward zero, so at
+// the start of the line it does not wrap to the end.
 float CrashSynth::readDelay() const {
-    constexpr auto size = static_cast<std::int32_t>(std::tuple_size_v<decltype(delayLine)>);
-    auto read = static_cast<std::int32_t>(static_cast<float>(writeIndex) - delay);
-    if (read < 0) read += size;
-    const std::int32_t next = read + 1 == size ? 0 : read + 1;
-    const float fraction = delay - static_cast<float>(static_cast<std::int32_t>(delay));
-    return (1 - fraction) * delayLine[static_cast<std::size_t>(read)] +
-           fraction * delayLine[static_cast<std::size_t>(next)];
+    const auto read = static_cast<std::size_t>(static_cast<float>(writeIndex) - delay);
+    return (1 - delay) * delayLine[read] + delay * delayLine[read + 1];
 }

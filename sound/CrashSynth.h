@@ -5,9 +5,9 @@
 
 #include "sound/Synthesizer.h"
 
-// A crash cymbal: high-passed noise, joined more and more by itself out of a short feedback delay.
-// A hit lasts half a second, the alternate one a third. Filter and delay keep what the last hit
-// left in them.
+// A crash cymbal: high-passed noise, mixed more and more with its own echo from a short feedback
+// delay. A hit lasts half a second, the alternate hit a third. The filter and the delay keep their
+// state from hit to hit.
 class CrashSynth : public Synthesizer {
 public:
     void render(float* output, std::int32_t frames) override;
@@ -22,7 +22,7 @@ private:
     std::int32_t sampleOffset = 0;
     float envelope = 0;
     float z = 0;
-    float coefficient = 0.99f; // tells which hit runs, too
+    float coefficient = 0.99f; // also tells which hit sounds
     std::array<float, 64> delayLine = {};
     std::int32_t writeIndex = 0;
 };

@@ -3,8 +3,8 @@
 
 #include <cstdint>
 
-// The sample loop of all drums: from the offset to the end of the buffer, `step(sample)` gives the
-// next sample or says by false that the hit is over. The offset counts for one buffer only.
+// The sample loop of all drums, from the offset to the end of the buffer: `step(sample)` computes
+// the next sample, or returns false when the hit is over. The offset applies to one buffer only.
 template <typename Step>
 void renderDrum(float* output, std::int32_t frames, std::int32_t& sampleOffset, Step step) {
     for (std::int32_t i = sampleOffset; i < frames; ++i) {

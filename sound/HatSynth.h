@@ -3,8 +3,8 @@
 
 #include "sound/Synthesizer.h"
 
-// A hi-hat: high-passed noise, 5512 samples long; the alternate hit keeps more of the lows. The
-// noise filter keeps what the last hit left in it.
+// A hi-hat: high-passed noise, 5512 samples long; the alternate hit keeps more low frequencies. The
+// noise filter keeps its state from hit to hit.
 class HatSynth : public Synthesizer {
 public:
     void render(float* output, std::int32_t frames) override;

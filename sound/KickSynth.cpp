@@ -7,11 +7,11 @@
 #include "sound/DrumRendering.h"
 #include "sound/HyperbolicTangent.h"
 
-static constexpr float envelopeStep = 0.00018140589f; // 8 / 44100 a sample: an eighth of a second
+static constexpr float envelopeStep = 0.00018140589f; // 8 / 44100 a sample, for 1/8 s
 static constexpr float halfTurn = 3.1415927f;
-static constexpr float drive = 0.33f; // of half a turn
+static constexpr float drive = 0.33f; // factor of half a turn
 
-// Angles a sample, pi f / 44100.
+// pi f / 44100 for a frequency f.
 static constexpr double normalAngle = 0.01046003494411707;     // 146.83 hertz
 static constexpr double alternateAngle = 0.007836172357201576; // 110 hertz
 static constexpr double endAngle = 0.0035618965048342943;      // 50 hertz
@@ -50,7 +50,7 @@ bool KickSynth::step(float& sample) {
     oscY += coefficient * oscX;
     sample = envelopeShape(envelope, earlyRise) * hyperbolicTangent(oscY * halfTurn * drive);
     coefficient = startCoefficients[startIndex] * envelope + (1 - envelope) * endCoefficient;
-    // Within the first cycle this settles the amplitude at about 0.7; then it only guards.
+    // In the first cycle this brings the amplitude to about 0.7; later it only prevents growth.
     const float size = std::fabs(oscX) + std::fabs(oscY);
     if (size > 1) {
         const float shrink = 1 / size;

@@ -3,8 +3,8 @@
 
 #include "sound/Synthesizer.h"
 
-// A kick drum: an oscillator that sweeps down to 50 hertz, from 146.83 or, in the alternate hit,
-// from 110, driven by a tanh. A hit lasts 5512 samples.
+// A kick drum: an oscillator that sweeps from 146.83 hertz (110 in the alternate hit) down to 50,
+// through a tanh. A hit lasts 5512 samples.
 class KickSynth : public Synthesizer {
 public:
     KickSynth();

@@ -4,16 +4,16 @@
 #include <cmath>
 #include <limits>
 
-// A resonant low-pass of four equal stages with feedback, 24 dB an octave, and a soft clip of the
-// last stage inside the loop: the well-known digital model of a transistor ladder. Blown up by a
-// very high resonance it starts again from silence. All in double precision.
+// A resonant low-pass filter of four equal stages with feedback, 24 dB an octave, and a soft clip
+// of the last stage inside the loop: the well-known digital model of a transistor ladder. If a very
+// high resonance makes it blow up, it starts again from silence. All in double precision.
 class LadderFilter {
 public:
     static constexpr double lowestCutoff = 50; // hertz
 
     LadderFilter() { reset(); }
 
-    // Cutoff in hertz, 50 at least; a resonance of about 1 oscillates by itself.
+    // Cutoff in hertz, at least 50; with a resonance of about 1 the filter oscillates by itself.
     void setCutoffAndResonance(double newCutoff, double newResonance) {
         cutoff = newCutoff < lowestCutoff ? lowestCutoff : newCutoff;
         resonance = newResonance;
@@ -25,7 +25,7 @@ public:
         computeCoefficients();
     }
 
-    // The next sample.
+    // Filters one sample.
     float process(float input) {
         constexpr double infinity = std::numeric_limits<double>::infinity();
         x = input - r * y4;
@@ -66,11 +66,11 @@ private:
     double y2 = 0;
     double y3 = 0;
     double y4 = 0;
-    double oldX = 0; // what went into the stages one sample ago
+    double oldX = 0; // the inputs of the stages one sample ago
     double oldY1 = 0;
     double oldY2 = 0;
     double oldY3 = 0;
-    double x = 0; // what goes into the first stage
+    double x = 0; // the input of the first stage
     double r = 0;
     double p = 0;
     double k = 0;

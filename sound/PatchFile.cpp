@@ -9,8 +9,8 @@
 
 static constexpr int countLine = 23;
 static constexpr std::size_t countColumn = 26;
-static constexpr int linesToValues = 2;          // between the count and the first value
-static constexpr std::int32_t mostValues = 1000; // far more than any voice has parameters
+static constexpr int linesToValues = 2;          // ignored, between the count and the first value
+static constexpr std::int32_t mostValues = 1000; // far more than any voice has
 
 PatchFile::PatchFile(const std::string& path, std::int32_t parameterCount) {
     std::ifstream file = FilePath(path).open();
@@ -23,7 +23,7 @@ PatchFile::PatchFile(const std::string& path, std::int32_t parameterCount) {
     readValues(file);
 }
 
-// -1 if there is none.
+// Returns -1 if there is no number.
 std::int32_t PatchFile::readCount(std::istream& file) {
     std::string line;
     for (int i = 0; i < countLine; ++i) {

@@ -6,13 +6,14 @@
 #include <string>
 #include <vector>
 
-// A file with the values of a voice's parameters. Lines count from 1 and end at a line feed:
-//   1 to 22   anything
-//   23        from column 26 on the number of parameters; the last character is dropped
-//   24, 25    anything
-//   26 on     a value each, in the order of the parameters; the last two characters are dropped
+// A file with the values of a voice's parameters. Lines count from 1, columns from 0; a line ends
+// at a line feed:
+//   1 to 22   ignored
+//   23        the number of parameters, from column 26; the last character is dropped
+//   24, 25    ignored
+//   26 on     one value a line, in the order of the parameters; the last two characters are dropped
 //   "}"       at the start of a line ends the values
-// It is read once, by the constructor.
+// The constructor reads the file.
 class PatchFile {
 public:
     struct Value {
@@ -20,8 +21,8 @@ public:
         float number;
     };
 
-    // A file that cannot be read to line 23, or has another number of parameters there, prints a
-    // line and has no values. A value line without a number is skipped.
+    // If the file cannot be read, or line 23 has another number, a line is printed and there are no
+    // values. A value line without a finite number is skipped but counted.
     PatchFile(const std::string& path, std::int32_t parameterCount);
 
     const std::vector<Value>& getValues() const { return values; }

@@ -5,7 +5,7 @@
 
 #include "base/Noise.h"
 
-static constexpr std::size_t longestLine = 255; // characters that count
+static constexpr std::size_t longestLine = 255; // characters; the rest of a line is ignored
 
 PitchTable readPitches(const std::string& path) {
     PitchTable pitches = {};
@@ -21,7 +21,7 @@ PitchTable readPitches(const std::string& path) {
 }
 
 PitchTable pickPitches(const FilePath& folder) {
-    // Of a missing folder getEntryCount would print a line.
+    // For a missing folder getEntryCount would print a line.
     const auto count = folder.exists() ? static_cast<int>(folder.getEntryCount()) : 0;
     const FilePath file = folder.getEntry(static_cast<std::uint32_t>(noiseRange(count)));
     if (!file.exists() || file.getExtension() != "txt") return {};

@@ -7,10 +7,10 @@
 
 #include "sound/PatchFile.h"
 
-// A bank of 32 voices that share one patch. A note goes to the free voice of the lowest index; if
-// there is none it is dropped, and no running note is ever cut. The sound owns the banks; a patch
-// is loaded before the stream starts, then render and noteOn run on the audio thread (noteOn also
-// on the main thread, for a bank that no track drives).
+// A bank of 32 voices that share a patch. A note goes to the free voice with the lowest index; if
+// none is free the note is dropped. A note that sounds is never cut off. AudioSingleton owns the
+// banks. A patch is loaded before the stream starts; then render and noteOn run on the audio thread
+// (noteOn also on the main thread, for the bank without a track).
 template <typename Voice>
 class PolyphonicSynth {
 public:
@@ -25,8 +25,8 @@ public:
     // Adds all voices, in order, to `frames` stereo frames (2 x frames floats, interleaved).
     void render(float* output, std::int32_t frames) { Voice::renderAll(voices, output, frames); }
 
-    // Reads a patch file into all voices. A file that does not fit prints a line, and the voices
-    // keep what they have.
+    // Reads a patch file into all voices. If the file has the wrong number of parameters a line is
+    // printed, and the voices stay as they are.
     void loadPatch(const std::string& path) {
         const PatchFile file(path, voices[0].parameterCount());
         for (const PatchFile::Value& value : file.getValues()) {

@@ -3,14 +3,14 @@
 
 #include <cstdint>
 
-// Who gives the output stream its samples. The device calls it for each buffer, as often as the
-// sound system asks. Audio thread.
+// Provides the samples of the output stream. The device calls it for each buffer that the sound
+// system asks for. Audio thread.
 class PortAudioCallback {
 public:
     virtual ~PortAudioCallback() = default;
 
-    // Writes all of a buffer of so many frames, a float for each channel, interleaved; their number
-    // differs from call to call. The input is null unless input channels were asked for. It may
-    // neither block nor allocate.
+    // Writes the whole output buffer: `frames` frames of interleaved floats, one for each channel.
+    // The number of frames differs from call to call. The input is null unless input channels were
+    // requested. Must not block or allocate.
     virtual void fillBuffer(const void* input, float* output, std::uint32_t frames) = 0;
 };

@@ -19,17 +19,17 @@ static constexpr std::pair<const char*, PaHostApiTypeId> audioApis[] = {
     {"OSS", paOSS},
     {"ALSA", paALSA},
     {"JACK", paJACK}};
-static constexpr double secondRate = 48000; // hertz, where the first is refused
+static constexpr double secondRate = 48000; // hertz, if the first is refused
 static constexpr PaTime lowestLatency = 0;  // seconds
-static constexpr int patience = 300;        // ms; a buffer is due every few of them
+static constexpr int patience = 300;        // ms; a running stream asks for buffers far more often
 
-// The open device of the program, for closeAtExit.
+// The device whose stream is open, for closeAtExit.
 static PortAudioDevice* playing = nullptr;
 
-// Buffers asked for so far, round and round; written by the audio thread.
+// Counts the buffers asked for, and wraps; written by the audio thread.
 static std::atomic<std::uint32_t> buffersAsked = 0;
 
-// The open stream's server is gone, and the stream could not be closed.
+// The server of the stream has died, so that the stream could not be closed.
 static std::atomic<bool> abandoned = false;
 
 void PortAudioDevice::setChannels(std::int32_t input, std::int32_t output) {
@@ -44,15 +44,15 @@ void PortAudioDevice::setAudioApi(const std::string& name) {
     }
 }
 
-// Through ALSA the lowest latency would come out as periods too short for a desktop's sound server:
-// it then asks for hardly a sample, or for none, and reports no error. PortAudio reads the length
-// of a period from the environment. What the player has set there stays.
-static void settlePeriod() {
+// With ALSA the lowest latency would give periods too short for a desktop's sound server, which
+// then asks for few samples or none, and reports no error. PortAudio reads the period from the
+// environment. A value that the player has set there is kept.
+static void choosePeriod() {
     constexpr const char* periodSize = "PA_ALSA_PERIODSIZE"; // frames
     if (Platform::environment(periodSize).empty()) Platform::setEnvironment(periodSize, "512");
 }
 
-// The libraries below PortAudio write a hundred lines about devices that they did not find.
+// The libraries that PortAudio uses print a hundred lines about devices that they did not find.
 static PaError initializeQuietly() {
     const Platform::QuietStandardError quiet;
     return Pa_Initialize();
@@ -60,7 +60,7 @@ static PaError initializeQuietly() {
 
 bool PortAudioDevice::open() {
     if (isOpen) return false;
-    settlePeriod();
+    choosePeriod();
     if (initializeQuietly() != paNoError) {
         std::cout << "PortAudioDevice Error: Could not initialise." << std::endl;
         return false;
@@ -71,8 +71,8 @@ bool PortAudioDevice::open() {
     }
     isOpen = true;
     abandoned = false;
-    // When the display goes away its library calls exit; what is static would then be destroyed
-    // under the callback.
+    // When the X server goes away, Xlib calls exit. Without this, static objects would be destroyed
+    // while the callback uses them.
     static const int registered = std::atexit(closeAtExit);
     static_cast<void>(registered);
     playing = this;
@@ -87,7 +87,7 @@ bool PortAudioDevice::startStream() {
                                       nullptr};
     const PaStreamParameters output = {outputDevice, outputChannels, paFloat32, lowestLatency,
                                        nullptr};
-    if (api) settleSampleRate(output);
+    if (api) chooseSampleRate(output);
     throughJack = api && api->type == paJACK;
     if (!api ||
         Pa_OpenStream(&stream, inputChannels < 1 ? nullptr : &input,
@@ -104,7 +104,7 @@ bool PortAudioDevice::startStream() {
     return true;
 }
 
-// Null if there is none at all. PortAudio answers a number that is no API's with null.
+// Null if the system has no API at all. For an invalid index PortAudio returns null.
 const PaHostApiInfo* PortAudioDevice::findHostApi() const {
     const auto id = static_cast<PaHostApiTypeId>(audioApi);
     if (const PaHostApiInfo* api = Pa_GetHostApiInfo(Pa_HostApiTypeIdToHostApiIndex(id))) {
@@ -118,8 +118,8 @@ const PaHostApiInfo* PortAudioDevice::findHostApi() const {
     return api;
 }
 
-// A refusal is only told: opening the stream has the last word.
-void PortAudioDevice::settleSampleRate(const PaStreamParameters& output) {
+// Only prints a line if both rates are refused; opening the stream decides.
+void PortAudioDevice::chooseSampleRate(const PaStreamParameters& output) {
     if (Pa_IsFormatSupported(nullptr, &output, sampleRate) != paInvalidSampleRate) return;
     std::cout << "44100Hz samplerate not supported, using 48000Hz." << std::endl;
     sampleRate = secondRate;
@@ -127,7 +127,7 @@ void PortAudioDevice::settleSampleRate(const PaStreamParameters& output) {
     std::cout << "48000Hz not supported either?" << std::endl;
 }
 
-// Waits for the next buffer that the stream asks for, and says whether there was one.
+// Waits for the stream to ask for a buffer. False if it does not.
 static bool isStillAsked() {
     const std::uint32_t before = buffersAsked.load(std::memory_order_relaxed);
     for (int waited = 0; waited < patience; ++waited) {
@@ -139,8 +139,8 @@ static bool isStillAsked() {
 
 void PortAudioDevice::close() {
     if (!isOpen) return;
-    // PortAudio lets the next buffer of JACK's end the stream, and of a server that has died it
-    // would wait ten minutes for it.
+    // With JACK, PortAudio stops the stream in the next buffer. If the server has died it would
+    // wait ten minutes for one.
     if (throughJack && !isStillAsked()) {
         abandoned = true;
     } else {
@@ -160,7 +160,7 @@ int PortAudioDevice::fillBuffer(const void* input, void* output, unsigned long f
                                 const PaStreamCallbackTimeInfo* /*time*/,
                                 PaStreamCallbackFlags /*flags*/, void* userData) {
     buffersAsked.store(buffersAsked.load(std::memory_order_relaxed) + 1, std::memory_order_relaxed);
-    if (abandoned) return paContinue; // the server was only halted, and nobody is left to ask
+    if (abandoned) return paContinue; // the server was only stopped; the callback may be gone
     if (auto* source = static_cast<PortAudioCallback*>(userData)) {
         source->fillBuffer(input, static_cast<float*>(output), static_cast<std::uint32_t>(frames));
     }

@@ -8,10 +8,10 @@
 
 class PortAudioCallback;
 
-// The one output stream of the program: 32-bit floats, interleaved, with as low a latency and as
-// large a buffer as the sound system likes. It knows nothing of what is heard. Its owner calls it
-// on the main thread; while the stream is open the callback runs on a thread of PortAudio's. What
-// fails prints a line, and the game goes on in silence.
+// The program's output stream: 32-bit floats, interleaved, at the lowest latency; the sound system
+// chooses the size of the buffers. All operations run on the main thread; while the stream is open,
+// the callback runs on a thread of PortAudio. A failure prints one line, and the game goes on in
+// silence.
 class PortAudioDevice {
 public:
     PortAudioDevice() = default;
@@ -19,31 +19,33 @@ public:
     PortAudioDevice& operator=(const PortAudioDevice&) = delete;
     ~PortAudioDevice() { close(); }
 
-    // What the stream is to be; said before open.
+    // The next four are called before open.
 
-    // Not owned; it lives until the stream is closed. Null leaves the buffers as they come.
+    // Not owned; must live until the stream is closed. With null the buffers stay as they are.
     void setCallback(PortAudioCallback* source) { callback = source; }
 
     void setChannels(std::int32_t input, std::int32_t output);
 
-    // Hertz; open goes over to 48000 if this rate is refused.
+    // In hertz; if this rate is refused, open uses 48000.
     void setSampleRate(double rate) { sampleRate = rate; }
 
-    // "DirectSound", "MME", "ASIO", "CoreAudio", "OSS", "ALSA" or "JACK", in exactly these letters;
-    // every other name is "DirectSound". Where that is missing open takes the system's default.
+    // "DirectSound", "MME", "ASIO", "CoreAudio", "OSS", "ALSA" or "JACK", spelled exactly like
+    // this; any other name means "DirectSound". If the API is missing, open uses the system's
+    // default.
     void setAudioApi(const std::string& name);
 
-    // Starts the stream; true if it runs, false if it cannot or if it was open already. A program
-    // that exits under an open stream closes it before anything built earlier is destroyed.
+    // Starts the stream. False if that fails, or if the stream is open already. If the program
+    // calls exit while the stream is open, it is closed before objects built earlier are destroyed.
     bool open();
 
-    // Ends the stream, if it is open; no callback runs any more when it returns, also if the sound
-    // server has gone. One that is halted, not gone, can hold it up for half a minute.
+    // Ends the stream if it is open. When the call returns the callback is no longer running, even
+    // if the sound server has died. A server that is only stopped can delay the call for half a
+    // minute.
     void close();
 
 private:
     const PaHostApiInfo* findHostApi() const;
-    void settleSampleRate(const PaStreamParameters& output);
+    void chooseSampleRate(const PaStreamParameters& output);
     bool startStream();
     static void closeAtExit();
     static int fillBuffer(const void* input, void* output, unsigned long frames,

@@ -6,8 +6,8 @@
 #include "base/SharedValue.h"
 
 // The clock of the music: it finds the sample on which each step begins. A bar has 16 steps and
-// lasts 2 seconds, nearly: position and step are single precision and rounded at every sample, and
-// the unevenness that follows is the music's timing. 44100 samples a second.
+// lasts about 2 seconds. The position is rounded to single precision at every sample; the slight
+// unevenness that results is the timing of the music. 44100 samples a second.
 class SequencerCursor {
 public:
     class Callback {
@@ -18,14 +18,14 @@ public:
         virtual void stepReached(std::int32_t step, std::int32_t sampleOffset) = 0;
     };
 
-    // Walks over a buffer of so many samples. Audio thread.
+    // Advances by a buffer of `frames` samples. Audio thread.
     void process(std::int32_t frames);
 
-    // Goes back to just before step 0, which the next sample reaches. Any thread; a walk that runs
-    // at the same moment may overwrite it.
+    // Goes to just before step 0, which the next sample reaches. Any thread; a `process` that runs
+    // at the same time may undo it.
     void rewind();
 
-    // Not owned; null for nobody. Before the stream starts.
+    // Not owned; may be null. Call it before the stream starts.
     void setCallback(Callback* listener) { callback = listener; }
 
 private:

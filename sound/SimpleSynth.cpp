@@ -8,7 +8,7 @@
 #include "sound/VoiceKernel.h"
 
 static constexpr float detune = 0.999f;      // of the second oscillator
-static constexpr float attackLimit = 0.999f; // an attack is never all of a note
+static constexpr float attackLimit = 0.999f; // so an attack never takes the whole note
 
 static float asItIs(float position) {
     return position;
@@ -34,7 +34,7 @@ static float mapOctave(float position) {
     return 0.25f;
 }
 
-// The order is that of the values in a patch file.
+// In the order of the values in a patch file.
 const SimpleSynth::Parameter SimpleSynth::parameters[] = {
     {"waveAmount", &SimpleSynth::waveAmount, nullptr, asItIs},
     {"filterCutoff", &SimpleSynth::filterCutoff, nullptr, mapCutoff},
@@ -92,7 +92,7 @@ void SimpleSynth::noteOn(float frequency, std::int32_t sampleOffset) {
     envelopePosition = 0;
     waiting = true;
     waitSamples = sampleOffset;
-    active.store(true, std::memory_order_release); // last: the other thread may be looking
+    active.store(true, std::memory_order_release); // last: publishes the note
 }
 
 SimpleSynth::Envelope::Envelope(float noteSeconds, float attackTime, float releaseTime,
@@ -106,7 +106,7 @@ SimpleSynth::Envelope::Envelope(float noteSeconds, float attackTime, float relea
 
 float SimpleSynth::Envelope::at(float seconds) const {
     if (seconds < attackEnd) return envelopeShape(seconds / attackEnd, attackBend);
-    // Without a release, rounding could lead to a division by 0 at the very end.
+    // Without a release, rounding could cause a division by 0 at the very end.
     if (seconds < releaseStart || releaseLength <= 0) return 1;
     return 1 - envelopeShape((seconds - releaseStart) / releaseLength, releaseBend);
 }
@@ -119,8 +119,9 @@ SimpleSynth::Setting::Setting(const SimpleSynth& voice)
       increment1(WaveTables::length / (sampleRate / voice.frequency1)),
       increment2(WaveTables::length / (sampleRate / voice.frequency2)) {}
 
-void SimpleSynth::renderAll(std::span<SimpleSynth> voices, float* output, std::int32_t frames) {
-    VoiceKernel::render(voices, output, frames);
+void SimpleSynth::renderAll(std::span<SimpleSynth, bankSize> bank, float* output,
+                            std::int32_t frames) {
+    VoiceKernel::render(bank, output, frames);
 }
 
 void SimpleSynth::render(float* output, std::int32_t frames) {
@@ -138,13 +139,13 @@ void SimpleSynth::render(float* output, std::int32_t frames) {
         const float filtered = filter.process(mix);
         float out = hyperbolicTangent(distGain * filtered) * setting.level.at(envelopePosition) *
                     outputGain;
-        if (!std::isfinite(out)) out = 0; // of a filter that is blowing up
+        if (!std::isfinite(out)) out = 0; // the filter is blowing up
         output[2 * i] += out;
         output[2 * i + 1] += out;
     }
 }
 
-// A note that is to begin at offset 0 or 1 begins on sample 0, at N on sample N - 1.
+// A note with offset 0 or 1 starts on sample 0; with offset N, on sample N - 1.
 bool SimpleSynth::stillWaits() {
     if (!waiting) return false;
     --waitSamples;
@@ -163,7 +164,7 @@ static float advance(float phase, float increment) {
     constexpr float length = WaveTables::length;
     phase += increment;
     if (phase > length) phase -= length;
-    // No note that can be heard gets here: an increment beyond a row, or a negative one.
+    // Only for inaudible notes: an increment longer than a row, or a negative one.
     if (!(phase >= 0 && phase <= length)) {
         phase = std::fmod(phase, length);
         if (phase < 0) phase += length;
@@ -172,7 +173,7 @@ static float advance(float phase, float increment) {
 }
 
 float SimpleSynth::oscillators(const Setting& setting) {
-    // A frequency that is no number is silence.
+    // An infinite or NaN frequency is silence.
     if (!std::isfinite(setting.increment1) || !std::isfinite(setting.increment2)) return 0;
     const float saw = readRow(*sawRow, phase1);
     const float square = readRow(*squareRow, phase1);
@@ -183,7 +184,7 @@ float SimpleSynth::oscillators(const Setting& setting) {
     return mix;
 }
 
-// In hertz. The envelope opens the filter toward its top, or closes it toward its floor.
+// In hertz. The envelope opens the filter towards its top, or closes it towards its floor.
 float SimpleSynth::cutoffAt(const Setting& setting) const {
     const float base = filterCutoff * cutoffRange;
     const float envelope = filterEnvAmount * setting.filter.at(envelopePosition);

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <atomic>
+#include <cstddef>
 #include <span>
 
 #include "base/EnvelopeShape.h"
@@ -9,21 +10,23 @@
 #include "sound/MonophonicSynth.h"
 #include "sound/WaveTables.h"
 
-// The pitched voice: a wave table oscillator between saw and square, a second saw beside it,
-// slightly flat, a resonant low-pass with an envelope of its own, a tanh stage and an envelope of
-// the level. There is no note-off: a note lasts as long as the patch says. 44100 samples a second,
-// whatever the stream runs at. Banks of voices share a patch (PolyphonicSynth).
+// The pitched voice: a wave table oscillator between saw and square, a second, slightly flat saw, a
+// resonant low-pass filter with its own envelope, a tanh stage and an envelope for the level. There
+// is no note-off: the patch sets the length of a note. 44100 samples a second, whatever the rate of
+// the stream. The voices of a bank share a patch (PolyphonicSynth).
 //
-// The state is in single precision and rounded where the steps of `render` round; only the filter
-// is in double.
+// The state is in single precision and rounded at each step of `render`; only the filter uses
+// double precision.
 class SimpleSynth : public MonophonicSynth {
 public:
+    static constexpr std::size_t bankSize = 32; // voices
+
     SimpleSynth();
 
-    // Adds all voices of a bank that sound, in order: what render would do with one after the
-    // other, to the last bit, but several times faster if there are some (VoiceKernel). Audio
-    // thread.
-    static void renderAll(std::span<SimpleSynth> voices, float* output, std::int32_t frames);
+    // Adds all voices of a bank that sound, in order: the same bits as calling render for one after
+    // the other, but several times faster (VoiceKernel). Audio thread.
+    static void renderAll(std::span<SimpleSynth, bankSize> bank, float* output,
+                          std::int32_t frames);
 
     void render(float* output, std::int32_t frames) override;
     void noteOn(float frequency, std::int32_t sampleOffset) override;
@@ -32,7 +35,7 @@ public:
     float parameter(std::int32_t index) const override;
     std::string parameterName(std::int32_t index) const override;
 
-    // Whether a note sounds or waits for its beginning. Seen as true, all of the note is there.
+    // Whether a note sounds or waits for its start. A thread that reads true sees the whole note.
     bool isActive() const { return active.load(std::memory_order_acquire); }
 
 private:
@@ -47,7 +50,7 @@ private:
     static constexpr float outputGain = 0.5f;
     static constexpr float startFrequency = 440; // hertz
 
-    // Attack, sustain and release of a level from 0 to 1; times in seconds from the note's begin.
+    // Attack, sustain and release of a level from 0 to 1; times in seconds from the note's start.
     struct Envelope {
         float attackEnd;
         float releaseStart;
@@ -60,7 +63,7 @@ private:
         float at(float seconds) const;
     };
 
-    // What a buffer's samples have in common, worked out at its beginning.
+    // What all samples of a buffer share, computed before the first.
     struct Setting {
         float length; // seconds
         Envelope level;
@@ -71,7 +74,7 @@ private:
         explicit Setting(const SimpleSynth& voice);
     };
 
-    // A parameter's name, its field (one of the two is null) and how a control position becomes it.
+    // A parameter's name, its field (one of the two is null) and the mapping of a control position.
     struct Parameter {
         const char* name;
         float SimpleSynth::*number;
@@ -89,7 +92,7 @@ private:
     float detunedSawAmount = 0; // level of the second saw
     float filterCutoff = 0.5f;  // 0 to 1 of 10975 hertz
     float filterRes = 0;
-    // A curve that is set rises late in an attack and falls early in a release.
+    // If a curve is set, its attack rises late, or its release falls early.
     bool filterAttackCurve = false;
     bool filterReleaseCurve = false;
     float filterAttackTime = 0.25f; // fraction of the note
@@ -100,7 +103,7 @@ private:
     float attackTime = 0.25f; // fraction of the note
     float releaseTime = 0.5f; // fraction of the rest of the note
     float noteLength = 0.5f;  // half the note, in seconds
-    float distGain = 1;       // in front of the tanh
+    float distGain = 1;       // before the tanh
     float octave = 1;         // factor of the frequency
     const WaveTables::Row* sawRow;
     const WaveTables::Row* squareRow;
@@ -110,6 +113,6 @@ private:
     float frequency2 = 439;            // hertz
     LadderFilter filter;
     float envelopePosition = 0; // seconds
-    bool waiting = false;       // the note has not begun
+    bool waiting = false;       // the note has not started
     std::int32_t waitSamples = 0;
 };

@@ -12,35 +12,28 @@ void VoiceKernel::setLevel(Level level) {
     currentLevel = std::min(level, VoiceStages::best());
 }
 
-void VoiceKernel::render(std::span<SimpleSynth> voices, float* output, std::int32_t frames) {
+void VoiceKernel::render(std::span<SimpleSynth, SimpleSynth::bankSize> bank, float* output,
+                         std::int32_t frames) {
     if (frames < 1) return;
-    while (!voices.empty()) {
-        const auto some = voices.first(std::min(voices.size(), mostVoices));
-        voices = voices.subspan(some.size());
-        // A note that the other thread starts on another voice meanwhile begins in the next buffer.
-        std::array<SimpleSynth*, mostVoices> sounding;
-        std::size_t count = 0;
-        for (SimpleSynth& voice : some) {
-            if (voice.isActive()) sounding[count++] = &voice;
-        }
-        renderBlocks({sounding.data(), count}, output, static_cast<std::size_t>(frames));
+    // A note that the main thread starts from here on begins in the next buffer.
+    std::array<SimpleSynth*, SimpleSynth::bankSize> sounding;
+    std::size_t count = 0;
+    for (SimpleSynth& voice : bank) {
+        if (voice.isActive()) sounding[count++] = &voice;
     }
-}
-
-void VoiceKernel::renderBlocks(std::span<SimpleSynth* const> voices, float* output,
-                               std::size_t frames) {
-    if (VoiceStages::width(currentLevel, voices.size()) == 0) {
-        for (SimpleSynth* voice : voices) voice->render(output, static_cast<std::int32_t>(frames));
+    const Voices voices(sounding.data(), count);
+    if (VoiceStages::width(currentLevel, count) == 0) {
+        for (SimpleSynth* voice : voices) voice->render(output, frames);
         return;
     }
-    for (std::size_t start = 0; start < frames; start += VoiceLanes::blockFrames) {
-        renderBlock(voices, output + 2 * start, std::min(frames - start, VoiceLanes::blockFrames));
+    const auto all = static_cast<std::size_t>(frames);
+    for (std::size_t start = 0; start < all; start += VoiceLanes::blockFrames) {
+        renderBlock(voices, output + 2 * start, std::min(all - start, VoiceLanes::blockFrames));
     }
 }
 
-void VoiceKernel::renderBlock(std::span<SimpleSynth* const> voices, float* output,
-                              std::size_t frames) {
-    std::array<std::size_t, mostVoices> steady;
+void VoiceKernel::renderBlock(Voices voices, float* output, std::size_t frames) {
+    std::array<std::size_t, SimpleSynth::bankSize> steady; // indices of voices
     std::size_t steadyCount = 0;
     for (std::size_t i = 0; i < voices.size(); ++i) {
         if (isSteady(*voices[i], frames)) steady[steadyCount++] = i;
@@ -48,14 +41,14 @@ void VoiceKernel::renderBlock(std::span<SimpleSynth* const> voices, float* outpu
 
     const Level level = currentLevel;
     VoiceLanes lanes;
-    std::array<Block, mostVoices> blocks;
-    std::array<const float*, mostVoices> sounds = {}; // null where the voice renders by itself
+    std::array<Block, SimpleSynth::bankSize> blocks;
+    std::array<const float*, SimpleSynth::bankSize> sounds = {}; // null: not rendered side by side
     for (std::size_t first = 0; first < steadyCount;) {
         const std::size_t width = VoiceStages::width(level, steadyCount - first);
         if (width == 0) break;
         const std::size_t count = std::min(width, steadyCount - first);
         for (std::size_t lane = 0; lane < width; ++lane) {
-            // Lanes to spare render the last voice again, into the same place.
+            // Unused lanes render the last voice again, to the same place.
             const std::size_t voice = steady[first + std::min(lane, count - 1)];
             load(lanes, lane, *voices[voice]);
             lanes.sound[lane] = blocks[voice].data();
@@ -78,16 +71,16 @@ void VoiceKernel::renderBlock(std::span<SimpleSynth* const> voices, float* outpu
     }
 }
 
-// May say no to a voice that is steady by a hair: the bits are the same either way.
+// May return false for a voice that is only just steady: the bits are the same either way.
 bool VoiceKernel::isSteady(const SimpleSynth& voice, std::size_t frames) {
-    constexpr float highest = SimpleSynth::sampleRate; // hertz; there a sample is a whole row
-    // It may have ended in this buffer; then the other thread may be writing the next note into it.
+    constexpr float highest = SimpleSynth::sampleRate; // hertz; a whole row of the table a sample
+    // If it ended earlier in this buffer, the main thread may be writing its next note.
     if (!voice.isActive() || voice.waiting) return false;
     if (!(voice.frequency1 >= 0 && voice.frequency1 <= highest)) return false;
     if (!(voice.frequency2 >= 0 && voice.frequency2 <= highest)) return false;
     const float end =
         voice.envelopePosition + static_cast<float>(2 * frames) * SimpleSynth::envelopeStep;
-    return end * 1.0001f < 2 * voice.noteLength; // with the rounding of so many sums
+    return end * 1.0001f < 2 * voice.noteLength; // the rounding of the sums included
 }
 
 void VoiceKernel::load(VoiceLanes& lanes, std::size_t lane, const SimpleSynth& voice) {
@@ -123,8 +116,8 @@ void VoiceKernel::loadEnvelope(VoiceLanes::Envelope& lanes, std::size_t lane,
     lanes.releaseBend[lane] = envelope.releaseBend;
 }
 
-// False, and nothing is changed, if the filter blew up. Once something in it is not finite, so is
-// y4 of the same sample; and without healing, so it stays.
+// False, and the voice is unchanged, if the filter blew up. A value of the filter that is not
+// finite makes y4 of the same sample not finite, and y4 stays so until the filter is cleared.
 bool VoiceKernel::unload(const VoiceLanes& lanes, std::size_t lane, SimpleSynth& voice) {
     if (lanes.y4[lane] - lanes.y4[lane] != 0) return false;
     LadderFilter& filter = voice.filter;

@@ -11,29 +11,29 @@
 #include "sound/VoiceStages.h"
 
 // Renders the voices of a bank together, several times faster than one by one and with the same
-// bits. It works in blocks: a voice that is steady all through a block, neither waiting nor near
-// its end, is rendered side by side with others (VoiceStages); every other voice, and one whose
-// filter blew up on the way and has to heal, goes through SimpleSynth::render for this block. The
-// blocks are added up in the order of the voices. Audio thread; nothing is allocated.
+// bits. Three words are used for this:
+//   block   up to 64 frames; a voice that neither waits nor comes near its end in a block is steady
+//   lane    the place of a steady voice in vectors that hold a number of each voice (VoiceLanes)
+//   chunk   up to 16 frames of a block, the unit that goes through the stages of a voice
+// Steady voices are rendered side by side (VoiceStages). Every other voice, and a voice whose
+// filter blows up in a block and must recover, goes through SimpleSynth::render for that block. The
+// blocks are added to the output in the order of the voices. Audio thread; nothing is allocated.
 class VoiceKernel {
 public:
     using Level = VoiceStages::Level;
 
-    // What SimpleSynth::renderAll does.
-    static void render(std::span<SimpleSynth> voices, float* output, std::int32_t frames);
+    // Implements SimpleSynth::renderAll.
+    static void render(std::span<SimpleSynth, SimpleSynth::bankSize> bank, float* output,
+                       std::int32_t frames);
 
-    // For tests and measurements: another level than the processor's best, which is the highest.
+    // For tests and measurements: uses this level, or the processor's best if that is lower.
     static void setLevel(Level level);
 
 private:
-    static constexpr std::size_t mostVoices = 32; // together
-
+    using Voices = std::span<SimpleSynth* const>; // those that sound
     using Block = std::array<float, VoiceLanes::blockFrames>;
 
-    static void renderBlocks(std::span<SimpleSynth* const> voices, float* output,
-                             std::size_t frames);
-    static void renderBlock(std::span<SimpleSynth* const> voices, float* output,
-                            std::size_t frames);
+    static void renderBlock(Voices voices, float* output, std::size_t frames);
     static bool isSteady(const SimpleSynth& voice, std::size_t frames);
     static void load(VoiceLanes& lanes, std::size_t lane, const SimpleSynth& voice);
     static void loadEnvelope(VoiceLanes::Envelope& lanes, std::size_t lane,

@@ -7,13 +7,14 @@
 
 #include "sound/WaveTables.h"
 
-// Up to 16 steady voices side by side, a lane each, as VoiceStages takes them: the state that a
-// block moves on, what it holds fixed, and where the sound goes. Names and units as in SimpleSynth.
+// The input and output of VoiceStages: up to 16 voices side by side, each in a lane. First the
+// state that a block advances, then what it leaves unchanged, then where the sound goes. Names and
+// units as in SimpleSynth.
 struct VoiceLanes {
     static constexpr std::size_t most = 16;
     static constexpr std::size_t blockFrames = 64; // at most
 
-    // A number of each voice, aligned for the widest vectors in use.
+    // One number for each voice, aligned for the widest vectors.
     template <typename Number>
     struct alignas(32) Lanes : std::array<Number, most> {};
 
@@ -28,7 +29,7 @@ struct VoiceLanes {
     Lanes<float> envelopePosition;
     Lanes<float> phase1;
     Lanes<float> phase2;
-    Lanes<double> oldX; // the filter; what went into the other stages before is y1 to y3
+    Lanes<double> oldX; // the filter; its oldY1 to oldY3 equal y1 to y3
     Lanes<double> y1;
     Lanes<double> y2;
     Lanes<double> y3;
@@ -46,6 +47,6 @@ struct VoiceLanes {
     Lanes<double> resonance;
     Lanes<float> distGain;
 
-    // A voice's block: blockFrames floats of its own, a sample a frame.
+    // Where each voice's block goes: blockFrames floats, one for each frame.
     Lanes<float*> sound;
 };

@@ -6,25 +6,26 @@
 
 #include "sound/VoiceLanes.h"
 
-// The vector instructions that render steady voices side by side; VoiceKernel says when. One source
-// file for x86-64, one for other processors and builds without such instructions.
+// Renders steady voices side by side with vector instructions, for VoiceKernel, which defines the
+// words. One source file is for x86-64, the other for builds without vector instructions.
 class VoiceStages {
 public:
     enum class Level { scalar, sse2, avx2 };
 
-    // The best level that this build has and this processor runs.
+    // The best level that this build contains and this processor supports.
     static Level best();
 
-    // How many of so many steady voices to render side by side next; 0 if voice by voice is faster.
+    // With this many steady voices left: how many lanes to use next, or 0 if rendering the voices
+    // one by one is faster.
     static std::size_t width(Level level, std::size_t voices);
 
-    // Renders so many frames, a block at most, of the first `width` lanes (a width from above):
-    // moves their state on and writes their sound, the same bits as SimpleSynth::render. A filter
-    // that blows up does not heal here: a y4 that is not finite at the end says that it did, and
-    // its lane is worthless.
+    // Renders up to a block of frames of the first `width` lanes (a result of the operation above):
+    // advances their state and writes their sound, the same bits as SimpleSynth::render. A filter
+    // that blows up does not recover here: if y4 is not finite afterwards, the lane is useless.
     static void run(Level level, std::size_t width, VoiceLanes& lanes, std::size_t frames);
 
-    // Adds so many samples of each sound, in order, to both channels of interleaved stereo frames.
+    // Adds the first `frames` samples of each sound, in order, to both channels of interleaved
+    // stereo frames.
     static void add(std::span<const float* const> sounds, float* output, std::size_t frames);
 
 private:
@@ -32,5 +33,5 @@ private:
     struct Vectors;
 
     template <std::size_t lanes, std::size_t registers>
-    class Pass;
+    class Renderer;
 };

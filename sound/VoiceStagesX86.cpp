@@ -6,27 +6,27 @@
 #include "sound/VoiceStages.h"
 #include "sound/VoiceVectors.h"
 
-// A stretch of frames goes through the stages of SimpleSynth::render, one stage after the other for
-// all voices of the pass, with small arrays between them:
+// Renders `lanes * registers` voices side by side. Each chunk of frames goes through the stages of
+// SimpleSynth::render, one stage for all voices and frames before the next:
 //
-//   1. followTime     the envelopes' time, both of them (Envelope::at), the cutoff (cutoffAt), and
-//                     where the oscillators read (the phases of readRow, and advance)
-//      readWaves      the reads and their mix (oscillators), and what the filter makes of the
-//                     cutoff (LadderFilter::setCutoffAndResonance)
-//   2. filter         the ladder (LadderFilter::process) without its healing
-//   3. drive          tanh, level and gain; then voices by frames become frames by voice
+//   1. followTime   the time, both envelopes (Envelope::at), the cutoff (cutoffAt), and where the
+//                   oscillators read (phases of readRow, advance)
+//      readWaves    the oscillators (oscillators), and the filter's coefficients
+//                   (LadderFilter::setCutoffAndResonance)
+//   2. filter       LadderFilter::process, without its recovery
+//   3. drive        tanh, level and gain; and the samples sorted by voice instead of by frame
 //
-// The order of all sums, products and divisions is that of the scalar voice, so the bits are the
-// same; a choice between two values computes both. The ladder is a chain of some twenty operations
-// that wait for one another: two registers of voices, four of doubles, fill each other's pauses.
+// All operations come in the order of the scalar voice, so the bits are the same; a choice between
+// two values computes both. In the filter each of some twenty operations waits for the one before,
+// so two registers of voices are faster: one computes while the other waits.
 template <std::size_t lanes, std::size_t registers>
-class VoiceStages::Pass {
+class VoiceStages::Renderer {
 public:
     static constexpr std::size_t width = lanes * registers; // voices
 
     static void run(VoiceLanes& voices, std::size_t frames) { runStages(voices, frames); }
 
-    // The same, with AVX2's registers and instructions.
+    // The same with AVX2.
     [[gnu::target("avx2")]] static void runAvx2(VoiceLanes& voices, std::size_t frames) {
         runStages(voices, frames);
     }
@@ -35,27 +35,27 @@ private:
     using Vector = Vectors<lanes>;
     using Floats = typename Vector::Floats;
     using Ints = typename Vector::Ints;
-    using Bits = typename Vector::Bits;
     using HalfFloats = typename Vector::HalfFloats;
     using Doubles = typename Vector::Doubles;
     static constexpr std::size_t half = lanes / 2;
     static constexpr std::size_t ladders = 2 * registers;
-    static constexpr std::size_t stretchFrames = 16;
+    static constexpr std::size_t chunkFrames = 16;
 
-    // What the stages hand on, a row a frame and a column a voice.
-    template <typename Number>
-    using Grid = Number[stretchFrames][width];
+    // `drive` writes as many frames at a time as there are lanes, beyond the last frame if need be,
+    // and must stay inside the block.
+    static_assert(VoiceLanes::blockFrames % chunkFrames == 0 && chunkFrames % lanes == 0);
 
-    struct alignas(32) Stretch {
-        Grid<float> level;
-        Grid<float> cutoff;
-        Grid<std::uint32_t> read1;
-        Grid<std::uint32_t> read2;
-        Grid<float> fraction1;
-        Grid<float> fraction2;
-        Grid<float> sound; // the filter's input, then its output
-        Grid<double> p;    // the filter's coefficients
-        Grid<double> r;
+    // What the stages pass on: a number for each frame and voice.
+    struct alignas(32) Chunk {
+        float level[chunkFrames][width];
+        float cutoff[chunkFrames][width];
+        std::uint32_t read1[chunkFrames][width]; // indices in WaveTables::reads
+        std::uint32_t read2[chunkFrames][width];
+        float fraction1[chunkFrames][width];
+        float fraction2[chunkFrames][width];
+        float sound[chunkFrames][width]; // the filter's input, then its output
+        double p[chunkFrames][width];    // coefficients of the filter
+        double r[chunkFrames][width];
     };
 
     struct Envelope {
@@ -66,9 +66,9 @@ private:
         Floats releaseBend;
     };
 
-    // An envelope between two of its corners: origin + slope x shape, where the shape is over the
-    // share of `length` that has passed since `begin`. A held level is a release that takes for
-    // ever. The origin and the slope are 0, 1 or -1, so they round nothing.
+    // One of an envelope's three parts: origin + slope * shape((time - begin) / length). The middle
+    // part, at level 1, is a release of infinite length. Origin and slope are 0, 1 or -1, so they
+    // round nothing.
     struct Segment {
         Floats begin;
         Floats length;
@@ -78,17 +78,17 @@ private:
     };
 
     VECTOR_INLINE void runStages(VoiceLanes& voices, std::size_t frames) {
-        Stretch stretch = {};
-        for (std::size_t start = 0; start < frames; start += stretchFrames) {
+        Chunk chunk = {};
+        for (std::size_t start = 0; start < frames; start += chunkFrames) {
             const std::size_t left = frames - start;
-            const std::size_t count = left < stretchFrames ? left : stretchFrames;
+            const std::size_t count = left < chunkFrames ? left : chunkFrames;
             for (std::size_t at = 0; at < width; at += lanes) {
-                followTime(voices, stretch, at, count);
-                readWaves(voices, stretch, at, count);
+                followTime(voices, chunk, at, count);
+                readWaves(voices, chunk, at, count);
             }
-            filter(voices, stretch, count);
+            filter(voices, chunk, count);
             for (std::size_t at = 0; at < width; at += lanes) {
-                drive(voices, stretch, at, count, start);
+                drive(voices, chunk, at, count, start);
             }
         }
     }
@@ -120,8 +120,8 @@ private:
         return segment.origin + segment.slope * (x / ((x - 1) * segment.bend + x));
     }
 
-    // Whether a voice of these may pass a corner between two times.
-    VECTOR_INLINE bool hasCorner(const Envelope& envelope, Floats from, Floats to) {
+    // Whether any of these voices may enter another segment between two times.
+    VECTOR_INLINE bool changesSegment(const Envelope& envelope, Floats from, Floats to) {
         const Ints passes = ((from < envelope.attackEnd) ^ (to < envelope.attackEnd)) |
                             ((from < envelope.releaseStart) ^ (to < envelope.releaseStart));
         std::int32_t any = 0;
@@ -134,7 +134,7 @@ private:
         return base + envelope * reach + SimpleSynth::cutoffFloor;
     }
 
-    // The place of a phase behind an entry; the entry goes to `read`, and the phase on.
+    // Stores the table entry at the phase, returns the fraction behind it, and advances the phase.
     VECTOR_INLINE Floats follow(Floats& phase, Floats increment, Ints firstRead,
                                 std::uint32_t* read) {
         const Ints entry = __builtin_convertvector(phase, Ints);
@@ -146,7 +146,7 @@ private:
         return fraction;
     }
 
-    VECTOR_INLINE void followTime(VoiceLanes& voices, Stretch& to, std::size_t at,
+    VECTOR_INLINE void followTime(VoiceLanes& voices, Chunk& to, std::size_t at,
                                   std::size_t frames) {
         const Envelope level = envelopeOf(voices.level, at);
         const Envelope filter = envelopeOf(voices.filter, at);
@@ -158,15 +158,15 @@ private:
         Floats phase1 = floatsAt(voices.phase1, at);
         Floats phase2 = floatsAt(voices.phase2, at);
         Floats time = floatsAt(voices.envelopePosition, at);
-        // Corners are rare: segments are good for the stretch, unless one may come before its end,
-        // rounding included.
-        const Floats end = time * 1.00001f + 2 * stretchFrames * SimpleSynth::envelopeStep;
-        const bool corner = hasCorner(level, time, end) || hasCorner(filter, time, end);
+        // Segments change rarely, so they are chosen once a chunk unless one may end in it. The
+        // latest time is estimated high, to allow for rounding.
+        const Floats end = time * 1.00001f + 2 * chunkFrames * SimpleSynth::envelopeStep;
+        const bool changes = changesSegment(level, time, end) || changesSegment(filter, time, end);
         Segment levelNow = segmentAt(level, time);
         Segment filterNow = segmentAt(filter, time);
         for (std::size_t i = 0; i < frames; ++i) {
             time += SimpleSynth::envelopeStep;
-            if (corner) {
+            if (changes) {
                 levelNow = segmentAt(level, time);
                 filterNow = segmentAt(filter, time);
             }
@@ -182,7 +182,7 @@ private:
         storeVector(&voices.phase2[at], phase2);
     }
 
-    // Saw, next saw, square and next square of all voices: one load brings the four of a voice.
+    // Saw, next saw, square and next square of each voice: one load reads all four of a voice.
     VECTOR_INLINE void readAll(const WaveTables::Read* waves, const std::uint32_t* reads,
                                Floats (&entries)[4]) {
         using Four = Vectors<4>::Floats;
@@ -203,7 +203,7 @@ private:
         return __builtin_convertvector(loadVector<HalfFloats>(numbers), Doubles);
     }
 
-    VECTOR_INLINE void readWaves(const VoiceLanes& voices, Stretch& to, std::size_t at,
+    VECTOR_INLINE void readWaves(const VoiceLanes& voices, Chunk& to, std::size_t at,
                                  std::size_t frames) {
         const WaveTables::Read* waves = WaveTables::instance().reads();
         const Floats squareAmount = floatsAt(voices.waveAmount, at);
@@ -225,7 +225,7 @@ private:
         }
     }
 
-    VECTOR_INLINE void computeCoefficients(const VoiceLanes& voices, Stretch& to, std::size_t i,
+    VECTOR_INLINE void computeCoefficients(const VoiceLanes& voices, Chunk& to, std::size_t i,
                                            std::size_t at) {
         const Doubles resonance = loadVector<Doubles>(&voices.resonance[at]);
         const Doubles given = widen(&to.cutoff[i][at]);
@@ -239,7 +239,7 @@ private:
         storeVector(&to.r[i][at], resonance * (t2 + 6.0 * t) / (t2 - 6.0 * t));
     }
 
-    VECTOR_INLINE void filter(VoiceLanes& voices, Stretch& through, std::size_t frames) {
+    VECTOR_INLINE void filter(VoiceLanes& voices, Chunk& through, std::size_t frames) {
         Doubles oldX[ladders], y1[ladders], y2[ladders], y3[ladders], y4[ladders];
 #pragma GCC unroll 8
         for (std::size_t i = 0; i < ladders; ++i) {
@@ -279,9 +279,9 @@ private:
         }
     }
 
-    // As many frames at a time as there are lanes, which makes a square to turn over. The last
-    // square may go beyond the frames asked for, up to the stretch's end.
-    VECTOR_INLINE void drive(const VoiceLanes& voices, const Stretch& from, std::size_t at,
+    // Takes as many frames at a time as there are lanes: a square to transpose. The last square may
+    // go beyond the frames asked for, up to the end of the chunk.
+    VECTOR_INLINE void drive(const VoiceLanes& voices, const Chunk& from, std::size_t at,
                              std::size_t frames, std::size_t start) {
         const Floats gain = floatsAt(voices.distGain, at);
         for (std::size_t first = 0; first < frames; first += lanes) {
@@ -292,9 +292,9 @@ private:
                 const Floats level = loadVector<Floats>(&from.level[first + i][at]);
                 const Floats out =
                     tanhOfLanes<Vector>(gain * filtered) * level * SimpleSynth::outputGain;
-                square[i] = out - out == 0 ? out : all(0); // as a filter that blows up
+                square[i] = out - out == 0 ? out : all(0); // the filter blows up
             }
-            turnOver(square);
+            transpose(square);
 #pragma GCC unroll 8
             for (std::size_t i = 0; i < lanes; ++i) {
                 storeVector(voices.sound[at + i] + start + first, square[i]);
@@ -302,7 +302,7 @@ private:
         }
     }
 
-    VECTOR_INLINE void turnOver(Floats (&square)[lanes]) {
+    VECTOR_INLINE void transpose(Floats (&square)[lanes]) {
         transposeFour<Vector>(square);
         if constexpr (lanes == 8) {
             transposeFour<Vector>(square + 4);
@@ -331,9 +331,11 @@ std::size_t VoiceStages::width(Level level, std::size_t voices) {
 void VoiceStages::run(Level level, std::size_t width, VoiceLanes& lanes, std::size_t frames) {
     const bool avx2 = level == Level::avx2;
     switch (width) {
-    case 4: return avx2 ? Pass<4, 1>::runAvx2(lanes, frames) : Pass<4, 1>::run(lanes, frames);
-    case 8: return avx2 ? Pass<8, 1>::runAvx2(lanes, frames) : Pass<4, 2>::run(lanes, frames);
-    case 16: return Pass<8, 2>::runAvx2(lanes, frames);
+    case 4:
+        return avx2 ? Renderer<4, 1>::runAvx2(lanes, frames) : Renderer<4, 1>::run(lanes, frames);
+    case 8:
+        return avx2 ? Renderer<8, 1>::runAvx2(lanes, frames) : Renderer<4, 2>::run(lanes, frames);
+    case 16: return Renderer<8, 2>::runAvx2(lanes, frames);
     }
 }
 

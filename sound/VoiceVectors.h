@@ -8,11 +8,11 @@
 #include "sound/HyperbolicTangent.h"
 #include "sound/VoiceStages.h"
 
-// Everything that handles vectors is inlined into the one function that names the processor it is
-// for, so that no instruction of a better processor gets into anything else.
+// All vector code is inlined into the one function that names its instruction set. So no AVX2
+// instruction can end up in code that other processors run.
 #define VECTOR_INLINE [[gnu::always_inline]] static inline
 
-// One register of floats, a voice a lane, and registers of doubles for half as many voices.
+// A register of floats, one voice in each lane, and registers of doubles for half as many voices.
 template <>
 struct VoiceStages::Vectors<4> {
     typedef float Floats __attribute__((vector_size(16)));
@@ -37,7 +37,7 @@ struct VoiceStages::Vectors<8> {
     typedef float HalfFloats __attribute__((vector_size(16)));
     typedef double Doubles __attribute__((vector_size(32)));
 
-    // Either half of the register by itself, which is what the processor does in one go.
+    // Zips each half of the register separately, which is one instruction.
     VECTOR_INLINE Floats zipLow(Floats a, Floats b) {
         return __builtin_shufflevector(a, b, 0, 8, 1, 9, 4, 12, 5, 13);
     }
@@ -58,7 +58,7 @@ VECTOR_INLINE void storeVector(Number* to, Vector vector) {
     std::memcpy(to, &vector, sizeof vector);
 }
 
-// Makes rows of four vectors, or of both halves of them, columns.
+// Transposes four vectors, or both halves of four vectors.
 template <typename Vectors, typename Floats>
 VECTOR_INLINE void transposeFour(Floats* rows) {
     const Floats a = Vectors::zipLow(rows[0], rows[2]);
@@ -71,7 +71,7 @@ VECTOR_INLINE void transposeFour(Floats* rows) {
     rows[3] = Vectors::zipHigh(b, d);
 }
 
-// hyperbolicTangent of every lane, step by step the same.
+// hyperbolicTangent of each lane, with the same steps.
 template <typename Vectors, typename Floats>
 VECTOR_INLINE Floats tanhOfLanes(Floats x) {
     using C = TanhConstants;

@@ -3,13 +3,12 @@
 
 #include <cmath>
 
-static constexpr float turn =
-    6.2831850f; // a full turn as these waves have it, not the nearest to 2 pi
+static constexpr float turn = 6.2831850f; // 2 pi, but not the nearest float; it sets the bits
 
-// The highest notes of all rows but the last, in hertz.
+// The highest frequency of each row but the last, in hertz.
 static constexpr float rowLimits[] = {440, 660, 880, 1100, 1320, 1540};
 
-// Adds the sines of every stepth harmonic from 1 up to, and not including, end.
+// Adds the sines of the harmonics 1, 1 + step, 1 + 2 step, ... below end.
 static void addHarmonics(WaveTables::Row& row, int end, int step) {
     for (int h = 1; h < end; h += step) {
         const auto harmonic = static_cast<float>(h);
@@ -17,7 +16,7 @@ static void addHarmonics(WaveTables::Row& row, int end, int step) {
         for (std::size_t n = 0; n < row.size(); ++n) {
             const float place = static_cast<float>(n) / WaveTables::length;
             const float angle = harmonic * place * turn;
-            // The double sine, rounded, is the same from every C library; a float one is not.
+            // The double sine, rounded to float, is the same in every C library; sinf is not.
             const auto sine = static_cast<float>(std::sin(static_cast<double>(angle)));
             row[n] += sine * level * 0.5f;
         }
@@ -25,7 +24,7 @@ static void addHarmonics(WaveTables::Row& row, int end, int step) {
 }
 
 WaveTables::WaveTables() {
-    int end = 128; // of the saw's harmonics in the richest row
+    int end = 128; // the first row's saw has the harmonics below
     for (std::size_t i = 0; i < sawRows; ++i, end /= 2) {
         addHarmonics(rows[i], end, 1);
         addHarmonics(rows[sawRows + i], 2 * end, 2);

@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: Zlib
-// The main thread and the audio thread at once, as in the game; for the thread sanitizer.
+// The main thread and the audio thread at the same time, as in the game; for the thread sanitizer.
 
 #include <algorithm>
+#include <array>
 #include <atomic>
 #include <chrono>
 #include <thread>
@@ -9,6 +10,7 @@
 
 #include <gtest/gtest.h>
 
+#include "base/Noise.h"
 #include "base/SharedValue.h"
 #include "game/PlayMusic.h"
 #include "sound/AudioSingleton.h"
@@ -16,7 +18,7 @@
 
 class AudioThreadsTest : public testing::Test {
 protected:
-    // A play that the main thread takes down while the audio thread may be in its bar event.
+    // A play that the main thread destroys while the audio thread may be in its bar event.
     class Play : public AudioSingleton::Callback {
     public:
         Play(AudioSingleton& audio, std::atomic<int>& counter) : sound(audio), bars(counter) {
@@ -33,7 +35,7 @@ protected:
         void onBar() override {
             EXPECT_FALSE(isOver);
             music.onBar(sound, speed);
-            std::this_thread::yield(); // the longer it lasts, the more often it is met
+            std::this_thread::yield(); // makes a collision more likely
             EXPECT_FALSE(isOver);
             ++bars;
         }
@@ -84,18 +86,17 @@ TEST_F(AudioThreadsTest, NoBarEventOutlivesThePlay) {
         Play play(sound, bars);
         const int before = buffers + plays % 3;
         while (buffers < before) std::this_thread::yield();
+        noiseUnit();
         sound.toggleStep(4 + plays % 4, plays % 16, plays % 2);
         if (plays % 50 == 0) sound.playBom();
         play.speed = plays % 2 == 0 ? 0.1f : 1.0f;
-        sound.rewindBar(); // a bar event is as good as certain while the play ends
+        sound.rewindBar(); // makes a bar event start while the play is destroyed
         for (int spin = plays % 64 * 50; spin > 0; --spin) play.speed += 0.001f;
         ++plays;
     }
     EXPECT_GT(bars, plays / 10);
-    RecordProperty("plays", plays);
-    RecordProperty("bars", bars);
 
-    // And none wrote a note back into the empty grid: after the last ones there is silence.
+    // No event wrote a note into the empty grid: when the last notes have ended there is silence.
     endAudioThread();
     std::vector<float> output(2 * 44100);
     const auto isSilent = [&] {
@@ -108,13 +109,13 @@ TEST_F(AudioThreadsTest, NoBarEventOutlivesThePlay) {
     EXPECT_TRUE(isSilent() && isSilent()); // a whole bar
 }
 
-// The thumps of two pages: the second takes voices that end in the midst of the buffer.
+// As when the thump of a page takes voices of the last page's thump that end within a buffer.
 TEST(VoiceThreadsTest, ANoteMayStartOnAVoiceThatHasJustEnded) {
-    std::vector<SimpleSynth> voices(8);
+    std::array<SimpleSynth, SimpleSynth::bankSize> voices;
     for (SimpleSynth& voice : voices) voice.setParameter("noteLength", 0.01f, true);
     std::atomic<bool> quit = false;
     std::thread audioThread([&] {
-        constexpr std::int32_t frames = 1024; // a note is shorter
+        constexpr std::int32_t frames = 1024; // longer than a note
         std::vector<float> output(2 * frames);
         while (!quit) SimpleSynth::renderAll(voices, output.data(), frames);
     });
