@@ -6,7 +6,7 @@ Renders the music of a play at full speed with every tune of data/pitches (or th
 patches of data/synthPatches, and prints for each tune and seed:
 
   peak   largest distance from 0. Nothing limits the sum of the voices: below 0.9
-  loud   loudness in LUFS after ITU-R BS.1770 (gated, both channels). Tunes within 6 dB
+  loud   loudness in LUFS after ITU-R BS.1770 (gated, both channels). Tunes within 3 dB
   dc     mean. Below 0.01
   bands  level in dB in octaves from 31 to 16000 hertz. Bass, pad and high voice each have a place
          of their own, and it falls by about 4 dB an octave above 125 hertz: bright, not harsh
@@ -31,7 +31,7 @@ RATE = 44100                        # hertz
 BAR = 88274 / RATE                  # seconds
 PATCHES = ["SeqBass", "SeqPad", "SeqHi", "SeqDuck", "Bom"]
 BLOCK, HOP = 17640, 4410            # samples: 400 ms every 100 ms
-PEAK, LOUDNESS_SPREAD, MEAN, LAST_SAMPLE, LINE = 0.9, 6, 0.01, 0.01, -55
+PEAK, LOUDNESS_SPREAD, MEAN, LAST_SAMPLE, LINE = 0.9, 3, 0.01, 0.01, -55
 
 
 def render(tool, *arguments):
@@ -101,7 +101,7 @@ def steadiestLine(frequencies, powers):
 
 
 def measureTunes(tool, tunes, seeds, seconds):
-    broken, louds = [], []
+    broken, louds, peaks = [], [], []
     for tune in tunes:
         for seed in seeds:
             samples = render(tool, "music", os.path.join(DATA, "pitches", tune + ".txt"),
@@ -110,13 +110,15 @@ def measureTunes(tool, tunes, seeds, seconds):
             peak, loud, mean = np.abs(samples).max(), loudness(samples), samples.mean()
             line = steadiestLine(frequencies, powers)
             louds.append(loud)
+            peaks.append(peak)
             bands = " ".join(f"{level:4.0f}" for level in octaves(frequencies, powers.mean(axis=0)))
             print(f"{tune:12s} seed {seed:<6} peak {peak:.3f}  loud {loud:6.2f}  dc {mean:+.4f}"
                   f"  line {line:5.1f}  bands {bands}", flush=True)
             if peak >= PEAK or abs(mean) >= MEAN or line >= LINE:
                 broken.append(f"{tune}, seed {seed}")
     spread = max(louds) - min(louds)
-    print(f"loudness spread {spread:.2f} dB")
+    print(f"peaks {min(peaks):.3f} to {max(peaks):.3f}, limit {PEAK}; loudness {min(louds):.2f} to"
+          f" {max(louds):.2f}, spread {spread:.2f} dB, limit {LOUDNESS_SPREAD}")
     if spread >= LOUDNESS_SPREAD:
         broken.append("loudness")
     return broken

@@ -219,7 +219,7 @@ TEST_F(RenderWavTest, ShippedPatchesSetEveryParameterWithinItsRange) {
     }
 }
 
-TEST_F(RenderWavTest, ShippedPitchesRiseWithinTheRangeOfTheBanks) {
+TEST_F(RenderWavTest, ShippedPitchesLieWithinTheRangeOfTheBanks) {
     EXPECT_GE(tunes().size(), 8U);
     for (const std::string& tune : tunes()) {
         EXPECT_EQ(std::filesystem::path(tune).extension(), ".txt");
@@ -231,14 +231,14 @@ TEST_F(RenderWavTest, ShippedPitchesRiseWithinTheRangeOfTheBanks) {
         const PitchTable pitches = readPitches(pitchFolder / tune);
         for (std::size_t note = 0; note < pitches.size(); ++note) {
             EXPECT_EQ(pitches[note] * 2, twice[note]) << tune;
-            EXPECT_TRUE(note == 0 || pitches[note] > pitches[note - 1]) << tune;
+            EXPECT_GT(pitches[note], 0) << tune;
+            EXPECT_LT(pitches[note] * highOctave, 1540) << tune;
+            EXPECT_TRUE(note < 2 || pitches[note] * padOctave < 600) << tune;
         }
         // The bass can be heard, the pad stays below the high voice's brightness, and the high
         // voice keeps overtones: a saw above 1540 hertz has none.
-        EXPECT_GT(pitches[6] * bassOctave, 32) << tune;
-        EXPECT_LT(pitches[7] * bassOctave, 82) << tune;
-        EXPECT_LT(pitches[6] * padOctave, 600) << tune;
-        EXPECT_LT(pitches[7] * highOctave, 1540) << tune;
+        EXPECT_GT(std::min(pitches[6], pitches[7]) * bassOctave, 32) << tune;
+        EXPECT_LT(std::max(pitches[6], pitches[7]) * bassOctave, 82) << tune;
     }
 }
 
@@ -265,6 +265,6 @@ TEST_F(RenderWavTest, NoTuneClipsAndAllAreAboutAsLoud) {
         quietest = std::min(quietest, level(samples));
         loudest = std::max(loudest, level(samples));
     }
-    EXPECT_LT(loudest - quietest, 6);
+    EXPECT_LT(loudest - quietest, 3);
     EXPECT_GT(quietest, -24);
 }
