@@ -3,9 +3,11 @@
 """Makes images/sprites/sky.jpg: the grey night sky of dials, gears and rays, 1024 by 1024 pixels.
 
 Everything is light ink on dark ground and is computed on a torus, so that the picture repeats
-without a seam in both directions. The game adds it at half strength to a colour gradient and
-shows its rows 0 to 575. Lengths are pixels of the finished picture, angles radians (clockwise,
-0 to the right), tones 0 (black) to 1 (white). The same run gives the same bytes.
+without a seam in both directions. The game shows its rows 0 to 575 and adds them at half strength
+to a colour gradient that ends in white. So the ground is black, which leaves the dusk of the
+gradient as it is, and the ink is the darker the lower it stands, or all would be white there.
+Lengths are pixels of the finished picture, angles radians (clockwise, 0 to the right), tones 0
+(black) to 1 (white). The same run gives the same bytes.
 """
 
 import argparse
@@ -18,15 +20,16 @@ SIZE = 1024
 TAU = 2 * np.pi
 HERO = (760.0, 324.0)  # the eye of the spiral clock, where the light comes from
 QUALITY = 87
-LIFT = 0.83  # exponent of the last tone curve: below 1 opens the shadows
+SEEN = 576  # rows
+LIFT = 0.83  # exponent of the tone curve: below 1 opens the shadows
+GROUND = 0.11  # tones up to here become black
+SPARK = 0.45  # how far the brightest edges of forms may pass what the gradient leaves, far down
 
-# Where text stands in front (left, top, right, bottom): white asks for deep night, magenta for dusk,
-# yellow for no full white. With the brightest tone, and the width of the soft edge.
+# Where white text stands in front (left, top, right, bottom): it asks for deep night.
 NIGHT = ((303, 40, 462, 88), (817, 97, 968, 150))
-SHADES = ((*NIGHT[0], 0.015, 26), (*NIGHT[1], 0.015, 26),
-          (90, 508, 710, 562, 0.17, 64), (90, 314, 935, 384, 3.0, 50))
+RUNNER = (384, 304, 640, 448)  # around the runner: the calmest part
 BEAM = 4.28  # the great ray that red text stands on: its twisted angle
-BEAM_HALF = 32  # and half of its width, where it is full
+BEAM_HALF = 24  # and half of its width, where it is full
 
 NUMERALS = ("III", "IIII", "V", "VI", "VII", "VIII", "IX", "X", "XI", "XII", "I", "II")
 
@@ -69,6 +72,7 @@ class Canvas:
         self.y = y + waves(x, y, [(10, 1, -1, 1.9), (6, 2, 1, 0.2), (3, -1, 3, 3.3),
                                   (0.45, 13, -15, 2.0), (0.35, 19, 12, 0.4)])
         self.tone = np.zeros((axis.size, axis.size), np.float32)
+        self.forms = np.zeros_like(self.tone)  # where anything is painted
 
     def window(self, centre, reach):
         """Index of the square around a place, and dx, dy from that place in bent pixels."""
@@ -91,6 +95,7 @@ class Canvas:
     def paint(self, index, coverage, value):
         old = self.tone[index]
         self.tone[index] = old + (value - old) * coverage
+        self.forms[index] = np.maximum(self.forms[index], coverage)
 
     def lines(self, phase, width):
         """Lines at the whole numbers of phase; width in pixels, read against the local spacing."""
@@ -196,12 +201,14 @@ def background(canvas):
     twist = angle + 0.55 * np.log(np.maximum(r, 30) / 100)
     reach = 455 + 45 * np.sin(twist * 5 + 1.0) * np.cos(twist * 2)
     fade = smoothstep(reach, reach - 190, r)
-    beam = smoothstep(BEAM_HALF + 88, BEAM_HALF, r * np.abs(fold(twist, 1, BEAM)))
+    still = 1 - within(x, y, RUNNER, 90)
+    fade *= 0.15 + 0.85 * still
+    beam = smoothstep(BEAM_HALF + 60, BEAM_HALF, r * np.abs(fold(twist, 1, BEAM)))
     beam *= smoothstep(514, 470, r + 12 * np.sin(twist * 31)) * calm
     fade = np.maximum(fade, beam)
     ray = smoothstep(0.12, 0.85, 0.5 + 0.5 * np.cos(twist * 18))
     glow = smoothstep(512, 230, r)
-    canvas.tone[:] = (0.115 + 0.055 * nebula + 0.12 * glow * (0.4 + 0.6 * ray)) * calm
+    canvas.tone[:] = (0.07 + 0.06 * nebula + 0.10 * glow * ray) * calm
 
     # Lines of the night: level, but carried up and down as by a swell. Lines, rays and dots
     # make room for each other, so that they never cross into a net.
@@ -218,7 +225,8 @@ def background(canvas):
     misty = np.maximum(river, frayed * smoothstep(330, 420, r) * smoothstep(505, 420, r))
 
     weight = 1.7 + 4.6 * nebula ** 1.4
-    weight *= smoothstep(0.10, 0.0, fade) * smoothstep(0.42, 0.12, misty) * calm
+    weight *= smoothstep(0.10, 0.0, fade) * smoothstep(0.42, 0.12, misty)
+    weight *= calm * (0.3 + 0.7 * still)
     canvas.paint(everything, canvas.lines(phase, weight), 0.32 + 0.20 * nebula)
 
     width = np.maximum(r, 1) * TAU / 126 * 0.60 * fade * (0.16 + 0.84 * ray)
@@ -226,9 +234,9 @@ def background(canvas):
     shine = 0.30 + 0.44 * fade
     # The great ray: there the lines swell until they nearly meet.
     width = np.minimum(width, 10)
-    width += (np.maximum(r, 1) * TAU / 126 * 0.75 - width) * beam
+    width += (np.maximum(r, 1) * TAU / 126 * 0.68 - width) * beam
     shine += (0.87 - shine) * beam
-    canvas.tone[:] += (0.58 - canvas.tone) * beam ** 3
+    canvas.tone[:] += (0.42 - canvas.tone) * beam ** 3
     canvas.paint(everything, canvas.lines(twist * (126 / TAU), width), shine)
 
     # Halftone: 45 degrees, pitch 9 pixels.
@@ -236,6 +244,8 @@ def background(canvas):
     u = (x + y) * (dots / SIZE)
     v = (x - y) * (dots / SIZE)
     off = np.hypot(u - np.round(u), v - np.round(v)) * SIZE / (dots * np.sqrt(2))
+    haze = smoothstep(400, 560, y) * smoothstep(760, 640, y)  # grows towards the ground
+    misty = np.maximum(misty * (0.2 + 0.8 * still), 0.8 * haze * still)
     size = smoothstep(0.22, 1.0, misty * calm * (1 - beam)) * 4.3
     canvas.paint(everything, canvas.cover(off - size) * (size > 0.4), 0.50)
 
@@ -416,7 +426,9 @@ def spiralClock(canvas):
 def stars(canvas):
     """A few four-pointed stars in the open night."""
     for x, y, size in ((60, 60, 15), (266, 34, 10), (395, 330, 9), (990, 610, 12), (30, 330, 8),
-                       (948, 60, 9), (470, 660, 14), (900, 760, 10), (90, 760, 9), (560, 960, 8)):
+                       (948, 60, 9), (470, 660, 14), (900, 760, 10), (90, 760, 9), (560, 960, 8),
+                       (302, 122, 7), (398, 113, 5), (503, 106, 8), (470, 14, 5), (592, 14, 7),
+                       (1003, 18, 7), (1012, 165, 6), (352, 262, 6), (160, 30, 6)):
         index, dx, dy = canvas.window((x, y), 40)
         ax, ay = np.abs(dx), np.abs(dy)
         shape = (np.sqrt(ax) + np.sqrt(ay) - np.sqrt(size)) * np.sqrt(size) * 0.6
@@ -425,28 +437,50 @@ def stars(canvas):
 
 
 def shade(tone):
-    """Holds the tones behind text below their limits; what is dark anyway stays as it is."""
+    """Holds the tones behind white text near black."""
     axis = np.arange(SIZE) + 0.5
-    for *box, limit, edge in SHADES:
+    limit = 0.015
+    for box in NIGHT:
         held = limit * (1 - np.exp(-tone / limit))
-        tone = tone + (held - tone) * within(axis[None, :], axis[:, None], box, edge)
+        tone = tone + (held - tone) * within(axis[None, :], axis[:, None], box, 26)
     return tone
+
+
+def room(row):
+    """The brightest tone of a row: over the gradient of the play, whose blue runs from 128 to 255,
+    the screen reaches 250. The rows that are never seen lead back to the first one."""
+    blue = 128 + 127 * np.minimum(row, SEEN) / SEEN
+    left = np.maximum((250 - blue) * 2 / 255, 0.02)
+    return left + (0.95 - left) * smoothstep(SEEN, SIZE, row)
+
+
+def fall(tone, forms):
+    """Fits the tones to the room of their row. The less there is of it, the steeper the curve, so
+    that forms can be made out far down. Only the edges of the forms may pass it a little: they
+    turn white in the play, and the title, which has no gradient, lives by them."""
+    left = room(np.arange(SIZE) + 0.5)[:, None]
+    tone = np.maximum((tone - GROUND) / (0.40 + 0.42 * left), 0)
+    return np.minimum(tone, 1) * left + SPARK * (1 - left) * forms * smoothstep(1.22, 1.5, tone)
 
 
 def draw(scale):
     canvas = Canvas(scale)
     background(canvas)
+    canvas.forms[:] = 0  # lines and dots of the background are none
     stars(canvas)
-    gear(canvas, (330, 505), 128, 26, 6, 0.05, 0.85, 0.9)
+    gear(canvas, (252, 510), 128, 26, 6, 0.05, 0.85, 0.9)
     gear(canvas, (20, 225), 84, 18, 5, 0.2, 0.7, -0.7)
     gear(canvas, (620, 800), 150, 30, 7, 0.0, 0.75, 0.8)
     gear(canvas, (850, 905), 92, 18, 5, 0.12, 0.8, -0.8)
     spiralClock(canvas)
     dial(canvas, (150, 178), 116, -0.5, 0.7, (1.12, 0.5, 1.0), 0.9, 2.6, -0.7)
     dial(canvas, (150, 690), 105, 0.4, -0.8, (1.15, 2.4, -1.0), 0.8, 1.2, -2.0)
-    gear(canvas, (205, 360), 54, 12, 4, 0.15, 0.9, 0.6)
-    tone = canvas.tone.reshape(SIZE, scale, SIZE, scale).mean(axis=(1, 3))
-    return shade(np.clip(tone, 0, 1) ** LIFT)
+    gear(canvas, (127, 365), 54, 12, 4, 0.15, 0.9, 0.6)
+
+    def reduced(field):
+        return field.reshape(SIZE, scale, SIZE, scale).mean(axis=(1, 3))
+
+    return fall(shade(np.clip(reduced(canvas.tone), 0, 1) ** LIFT), reduced(canvas.forms))
 
 
 def main():

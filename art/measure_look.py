@@ -5,8 +5,12 @@
 Prints contrast ratios after WCAG 2 (1 to 21, from relative luminance), from the shipped pictures
 and the colours that the game paints behind them:
 
-  sky     mean tone (a quarter to a third of white), colour, and the step at the repeating edges
-          against the step between any two rows or columns (near 1: no seam)
+  sky     mean tone of what is seen (a tenth to a third of white), colour, and the step at the
+          repeating edges against the step between any two rows or columns (near 1: no seam)
+  play    of the sky over its gradient, rows 0 to 620: the part that burns out (2 % at most); how
+          far the tones stray from their surroundings, from the top down, the last number being
+          rows 580 to 620 (3 at least: forms can be made out); the same around the runner against
+          the calmest other place of that size (below 1: nothing is calmer)
   rocks   mean grey of each look, to tell them apart (10 between any two), how far its pixels stray
           from it (at most 18: calm), and its lightest pixel; white text (4.5) and the runner's rim
           (3) against that pixel. The sign is left out; of it, the free pixels around its arrow (3)
@@ -24,18 +28,21 @@ Exit status 1 if a limit is broken.
 import sys
 
 import numpy as np
-from PIL import Image, ImageDraw, ImageFont
+from PIL import Image, ImageDraw, ImageFilter, ImageFont
 
 from make_runner import rim
 from make_tiles import readTiles
 from pictures import artFolder, spritesFolder
 
 SCREEN = (1280, 720)
+SIZE = 1024  # of the sky
 FONT = artFolder.parent / "data" / "fonts" / "MarsNeedsCunnilingus.ttf"
 LOOKS = {"start": 0, "goal": 1, "flames": 2, "sign": 3, "cavern": 4, "tower": 5}
 FRAMES = [f"run-{i}" for i in range(1, 7)] + ["air-1", "air-2", "air-3", "stand-1", "stand-2",
                                               "stand-3", "pose"]
 RUNNER = (608, 480, 672, 544)  # where the runner is drawn
+CALMEST = (480, 380, 800, 560)  # around it
+LOWEST = 620  # row down to which the sky must not burn out
 PLAY, EPILOGUE, TITLE = (112, 96, 128), (96, 96, 255), None  # top of the gradient, below it white
 WHITE, BLACK, YELLOW = (255, 255, 255), (0, 0, 0), (255, 255, 0)
 # screen, text, size, x, y, colour, least contrast of the middle pixel
@@ -44,12 +51,12 @@ TEXTS = [(TITLE, "Trapped in a world which was never meant to be", 48, 128, 400,
          (TITLE, "You have only one hope to put right what once", 48, 128, 400, YELLOW, 4.5),
          (TITLE, "went wrong...", 48, 128, 462, YELLOW, 4.5),
          (TITLE, "Now go! Run! Tarnwick to the past!", 48, 128, 640, (255, 0, 255), 4.5),
-         (PLAY, "Speed:", 64, 384, 40, WHITE, 4.3),
-         (PLAY, "88mph", 64, 1024, 112, WHITE, 3.5),
+         (PLAY, "Speed:", 64, 384, 40, WHITE, 4.4),
+         (PLAY, "88mph", 64, 1024, 112, WHITE, 3.6),
          (EPILOGUE, "No! it's not far enough back...", 64, 24, 400, BLACK, 4.5),
-         (EPILOGUE, "TO BE CONTINUED", 64, 360, 200, (255, 0, 0), 3.8)]
+         (EPILOGUE, "TO BE CONTINUED", 64, 360, 200, (255, 0, 0), 3.0)]
 RIM, TEXT, SEAM = 3, 4.5, 1.5
-APART, CALM, FREE = 10, 18, 3
+APART, CALM, FREE, BURNT, FORMS = 10, 18, 3, 0.02, 3
 
 
 def luminance(colour):
@@ -91,11 +98,11 @@ def backdrop(top, sky):
 
 def measureSky(sky):
     tone = np.asarray(sky, np.float64)
-    mean = tone.mean() / 255
+    mean = tone[:SCREEN[1] * SIZE // SCREEN[0]].mean() / 255
     colour = np.ptp(tone, axis=2).max()
     across, down = seams(tone)
     print(f"sky      mean {mean:.3f}  colour {colour:.0f}  edges {across:.2f} {down:.2f}")
-    good = 0.25 <= mean <= 0.334 and colour == 0 and max(across, down) < SEAM
+    good = 0.1 <= mean <= 0.334 and colour == 0 and max(across, down) < SEAM
     return [] if good else ["sky"]
 
 
@@ -110,6 +117,28 @@ def seams(cell, painted=None):
         steps = np.nanmean(steps, axis=1 - axis)
         ratios.append(float(steps[-1] / steps[:-1].mean()))
     return ratios
+
+
+def measurePlay(behind):
+    """`behind` is the backdrop of the play."""
+    burnt = (behind[:LOWEST] >= 254.5).any(axis=2).mean()
+    tone = grey(behind)
+    blurred = Image.fromarray(np.round(tone).astype(np.uint8)).filter(ImageFilter.GaussianBlur(24))
+    forms = tone - np.asarray(blurred, np.float64)
+    bands = [forms[y:min(y + 116, LOWEST)].std() for y in range(0, LOWEST, 116)]
+    left, top, right, bottom = CALMEST
+    width, height = right - left, bottom - top
+
+    def stray(x, y):
+        return forms[y:y + height, x:x + width].std()
+
+    calm = stray(left, top)
+    others = [stray(x, y) for x in range(0, SCREEN[0] - width + 1, 40)
+              for y in range(0, LOWEST - height + 1, 40)
+              if abs(x - left) >= width or abs(y - top) >= height]
+    print(f"play     burnt {burnt:.3f}  forms", *(f"{band:4.1f}" for band in bands),
+          f" calm {calm / min(others):.2f}")
+    return [] if burnt <= BURNT and min(bands) >= FORMS and calm < min(others) else ["play"]
 
 
 def measureRocks(looks):
@@ -220,7 +249,8 @@ def main():
     looks = {name: np.asarray(cells[place, 0].convert("RGB")) for name, place in LOOKS.items()}
     skies = {"play": backdrop(PLAY, sky), "epilogue": backdrop(EPILOGUE, sky)}
     rocks = {name: look for name, look in looks.items() if name != "sign"}
-    broken = (measureSky(sky) + measureRocks(rocks) + measureSign(looks["sign"])
+    broken = (measureSky(sky) + measurePlay(skies["play"]) + measureRocks(rocks)
+              + measureSign(looks["sign"])
               + measureFlames([cells[frame, 7] for frame in range(3)]) + measureStar()
               + measureRunner(looks, skies) + measureTexts(sky))
     for name in broken:
