@@ -3,7 +3,6 @@
 
 #include <cstdint>
 #include <functional>
-#include <map>
 #include <memory>
 #include <string>
 #include <vector>
@@ -59,9 +58,7 @@ public:
     static GameState* state(Application& application);
     static void setState(Application& application, std::unique_ptr<GameState> state);
     static bool runFrame(Application& application);
-    static void setWindowSize(Application& application, std::int32_t width, std::int32_t height);
     static void bind(Application& application, const std::string& action, std::int32_t inputCode);
-    static const std::map<std::int32_t, std::string>& bindings(const Application& application);
 
     static Player& player(GamePlay& play);
     static bool isFinished(const GamePlay& play);

@@ -30,17 +30,8 @@ bool Inspector::runFrame(Application& application) {
     return application.runFrame();
 }
 
-void Inspector::setWindowSize(Application& application, std::int32_t width, std::int32_t height) {
-    application.windowWidth = width;
-    application.windowHeight = height;
-}
-
 void Inspector::bind(Application& application, const std::string& action, std::int32_t inputCode) {
     application.bind(action, inputCode);
-}
-
-const std::map<std::int32_t, std::string>& Inspector::bindings(const Application& application) {
-    return application.bindings;
 }
 
 Player& Inspector::player(GamePlay& play) {

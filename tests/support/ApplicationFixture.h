@@ -4,8 +4,8 @@
 #include <SDL.h>
 #include <gtest/gtest.h>
 
-#include <initializer_list>
 #include <memory>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -14,58 +14,58 @@
 #include "tests/support/GlStandIn.h"
 #include "tools/Inspector.h"
 
-// The real application on a window that is none, with a screen that writes down what it hears.
+// The real application without a real window, with a screen that records its input.
 class ApplicationFixture : public testing::Test {
 protected:
     using Log = std::vector<std::string>;
 
     class Recorder : public GameState {
     public:
-        Recorder(Application& owner, Log& heard) : GameState(owner), log(heard) {}
+        Recorder(Application& owner, Log& target) : GameState(owner), log(target) {}
 
-        void draw(Drawer&) override { log.push_back("draw"); }
+        void draw(Drawer&) override { record("draw"); }
         void keyPressed(const std::string& action, const SDL_keysym* key) override {
-            write("pressed " + action + (key ? "" : " button"));
+            record("pressed " + action + (key ? "" : " button"));
             if (action == "Escape") quit();
         }
         void keyReleased(const std::string& action, const SDL_keysym* key) override {
-            write("released " + action + (key ? "" : " button"));
+            record("released " + action + (key ? "" : " button"));
         }
         void mouseDown(std::int32_t button, std::int32_t x, std::int32_t y) override {
-            write("down", {button, x, y});
+            record("down", button, x, y);
         }
         void mouseUp(std::int32_t button, std::int32_t x, std::int32_t y) override {
-            write("up", {button, x, y});
+            record("up", button, x, y);
         }
-        void mouseMoved(std::int32_t x, std::int32_t y) override { write("moved", {x, y}); }
-        void mouseWheel(std::int32_t direction) override { write("wheel", {direction}); }
+        void mouseMoved(std::int32_t x, std::int32_t y) override { record("moved", x, y); }
+        void mouseWheel(std::int32_t direction) override { record("wheel", direction); }
         void joystickAxis(const std::string& action, float magnitude, std::int32_t joystick,
                           std::int32_t direction) override {
-            write("axis " + action + " " + std::to_string(magnitude), {joystick, direction});
+            record("axis " + action, magnitude, joystick, direction);
         }
         std::string getName() const override { return "Recorder"; }
 
     protected:
-        void write(std::string text, std::initializer_list<std::int32_t> numbers = {}) {
-            for (const std::int32_t number : numbers)
-                text.append(" ").append(std::to_string(number));
-            log.push_back(text);
+        template <typename... Numbers>
+        void record(const std::string& name, Numbers... numbers) {
+            std::ostringstream text;
+            text << name;
+            ((text << " " << numbers), ...);
+            log.push_back(text.str());
         }
 
         Log& log;
     };
 
-    void SetUp() override {
-        application.reset(); // tests may set up anew
-        GlStandIn::start();
-        makeApplication(Inspector::quietArguments());
-        Inspector::setState(*application, std::make_unique<Recorder>(*application, log));
-    }
+    void SetUp() override { start(Inspector::quietArguments()); }
 
-    void makeApplication(const std::vector<std::string>& arguments) {
+    void start(const std::vector<std::string>& arguments) {
+        application.reset();
+        GlStandIn::start();
         testing::internal::CaptureStdout(); // the drawer's report
         application = std::make_unique<Application>(arguments);
         testing::internal::GetCapturedStdout();
+        Inspector::setState(*application, std::make_unique<Recorder>(*application, log));
     }
 
     static void push(SDL_Event event) { ASSERT_EQ(SDL_PushEvent(&event), 0); }
@@ -73,10 +73,9 @@ protected:
     static void pushKey(Uint8 type, SDLKey symbol) {
         push({.key = {type, 0, 0, {0, symbol, KMOD_NONE, 0}}});
     }
-    static void pushQuit() { push(SDL_QUIT); }
 
-    // One pass of the main loop, and what the screen heard in it.
-    Log heardInFrame() {
+    // Runs one pass of the main loop and returns what the screen recorded in it.
+    Log recordFrame() {
         log.clear();
         runFrame();
         return log;

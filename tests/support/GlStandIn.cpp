@@ -9,7 +9,7 @@
 
 void GlStandIn::start() {
     setenv("SDL_VIDEODRIVER", "dummy", 1);
-    setenv("XDG_CONFIG_HOME", "/dev/null", 1); // nothing is there or can be made there
+    setenv("XDG_CONFIG_HOME", "/dev/null", 1); // nothing can exist there
 }
 
 static void count() {
@@ -17,12 +17,13 @@ static void count() {
 }
 
 extern "C" {
-// --- SDL: the linker leads these calls here (--wrap). SDL's own threads keep the real clock.
+// --- SDL: the linker redirects these calls (--wrap). SDL's own threads keep the real clock.
 
 SDL_Surface* __wrap_SDL_SetVideoMode(int width, int height, int /*depth*/, Uint32 /*flags*/) {
     static SDL_Surface window = {};
     window.w = width;
     window.h = height;
+    GlStandIn::windowOpened();
     return &window;
 }
 
@@ -43,7 +44,7 @@ void __wrap_SDL_Delay(Uint32 milliseconds) {
     GlStandIn::clock += milliseconds;
 }
 
-// --- GLEW: the entry points that the game cannot do without; the others stay null.
+// --- GLEW: the entry points that the game requires; the others stay null.
 
 GLenum glewInit() {
     return GLEW_OK;

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Zlib
 #pragma once
 
+#include <string>
 #include <vector>
 
 #include "game/Player.h"
@@ -8,7 +9,7 @@
 
 class LevelMap;
 
-// The replay that wins the shipped level, as the runner goes through it.
+// A replay that wins the shipped level, by the rules alone.
 struct GoalRun {
     struct Frame {
         Inspector::Motion before; // the step
@@ -16,8 +17,9 @@ struct GoalRun {
         bool action = false; // pressed for this step
     };
 
-    // All frames up to the one that reaches the goal; none if the replay does not get there.
-    static std::vector<Frame> find(const LevelMap& map);
+    // The frames of tests/replays/NAME.txt up to the one that reaches the goal; none if it does
+    // not.
+    static std::vector<Frame> find(const LevelMap& map, const std::string& name = "goal");
 
     // The shipped level.
     static LevelMap loadLevel();

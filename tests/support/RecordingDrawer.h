@@ -4,14 +4,14 @@
 #include <gtest/gtest.h>
 
 #include <cstdint>
-#include <initializer_list>
-#include <ostream>
+#include <sstream>
 #include <string>
 #include <vector>
 
 #include "drawing/OpenGLDrawer.h"
 
-// Writes down what is painted, textures by the size of their picture. It paints on no window.
+// Records what is drawn, one line a call: its name and its numbers. Textures are named by their
+// size. It draws on no window.
 class RecordingDrawer : public OpenGLDrawer {
 public:
     RecordingDrawer() : OpenGLDrawer(1280, 720) {
@@ -20,50 +20,42 @@ public:
         testing::internal::GetCapturedStdout();
     }
 
-    void setBlendMode(int mode) override { write("blend", {static_cast<float>(mode)}); }
+    void setBlendMode(int mode) override { record("blend", mode); }
     void drawTexture(std::uint32_t handle, float x, float y, float scaleX, float scaleY, float r,
                      float g, float b, float a) override {
-        write(pictureOf(handle), {x, y, scaleX, scaleY, r, g, b, a});
+        record(sizeOf(handle), x, y, scaleX, scaleY, r, g, b, a);
     }
     void drawTextureRotated(std::uint32_t handle, float x, float y, float, float, float, float,
                             float, float, float, float, float) override {
-        write("turned " + pictureOf(handle), {x, y});
+        record("rotated " + sizeOf(handle), x, y);
     }
     void drawText(const std::string& text, std::int32_t font, float x, float y, float wrapWidth,
                   float scale, float r, float g, float b, float a) override {
-        write("text " + text, {static_cast<float>(font), x, y, wrapWidth, scale, r, g, b, a});
+        record((font > 0 ? "text " : "glyphs ") + text, x, y, wrapWidth, scale, r, g, b, a);
     }
     void fillRect(float x, float y, float w, float h, std::uint8_t r, std::uint8_t g,
                   std::uint8_t b, std::uint8_t a) override {
-        write("rect", {x, y, w, h, float(r), float(g), float(b), float(a)});
+        record("rect", x, y, w, h, r, g, b, a);
     }
     void fillGradient(float x, float y, float w, float h, std::uint8_t r1, std::uint8_t g1,
                       std::uint8_t b1, std::uint8_t a1, std::uint8_t r2, std::uint8_t g2,
                       std::uint8_t b2, std::uint8_t a2) override {
-        write("gradient", {x, y, w, h, float(r1), float(g1), float(b1), float(a1), float(r2),
-                           float(g2), float(b2), float(a2)});
+        record("gradient", x, y, w, h, r1, g1, b1, a1, r2, g2, b2, a2);
     }
 
-    struct Call {
-        std::string name;
-        std::vector<float> numbers;
-
-        bool operator==(const Call&) const = default;
-        friend std::ostream& operator<<(std::ostream& out, const Call& call) {
-            out << call.name;
-            for (const float number : call.numbers) out << " " << number;
-            return out;
-        }
-    };
-    std::vector<Call> calls;
+    std::vector<std::string> calls;
 
 private:
-    std::string pictureOf(std::uint32_t handle) const {
+    std::string sizeOf(std::uint32_t handle) const {
         const TextureRecord* record = textureRecord(handle);
         if (!record) return "nothing";
         return std::to_string(record->width) + "x" + std::to_string(record->height);
     }
-    void write(const std::string& name, std::initializer_list<float> numbers) {
-        calls.push_back({name, numbers});
+    template <typename... Numbers>
+    void record(const std::string& name, Numbers... numbers) {
+        std::ostringstream call;
+        call << name;
+        ((call << " " << +numbers), ...);
+        calls.push_back(call.str());
     }
 };

