@@ -24,12 +24,13 @@ bool CommandLine::isCommand(const std::string& name, std::size_t wordCount,
     if (words.empty()) throw Error("no command");
     if (words[0] != name) return false;
     if (words.size() != wordCount) {
-        throw Error(name + " has " + std::to_string(wordCount - 1) + " words behind it, not " +
+        const std::string noun = wordCount == 2 ? " argument" : " arguments";
+        throw Error(name + " takes " + std::to_string(wordCount - 1) + noun + ", got " +
                     std::to_string(words.size() - 1));
     }
     for (const auto& [option, value] : options) {
         if (std::find(itsOptions.begin(), itsOptions.end(), option) == itsOptions.end()) {
-            throw Error(option + " means nothing to " + name);
+            throw Error(name + " has no option " + option);
         }
     }
     return true;
@@ -51,7 +52,7 @@ int runProgram(int argc, char* argv[], const std::string& name, const std::strin
     } catch (const std::runtime_error& error) {
         std::cerr << name << ": " << error.what() << std::endl;
     } catch (const std::bad_alloc&) {
-        std::cerr << name << ": there is too little memory" << std::endl;
+        std::cerr << name << ": out of memory" << std::endl;
     }
     return failed;
 }

@@ -9,22 +9,22 @@
 #include <string>
 #include <vector>
 
-// The words of a command line: those without two dashes in their order, and the options, the words
-// that begin with two dashes, each with the value behind it or with none.
+// The arguments of a command line: the plain words in order, and the options, which start with two
+// dashes and may have a value.
 class CommandLine {
 public:
-    // A command line that cannot be understood; what() says why.
+    // The command line is wrong; what() says why.
     struct Error : std::runtime_error {
         using runtime_error::runtime_error;
     };
 
-    // Option: how many values it has, 0 or 1.
+    // Each option with its number of values, 0 or 1.
     using KnownOptions = std::map<std::string, std::size_t>;
 
     CommandLine(const std::vector<std::string>& arguments, const KnownOptions& known);
 
-    // Whether the first word is the name. Then there must be so many words in all, and no option
-    // but the ones named.
+    // Whether the first word is this name. If it is, there must be `wordCount` words in all and no
+    // other options than `itsOptions`.
     bool isCommand(const std::string& name, std::size_t wordCount,
                    const std::vector<std::string>& itsOptions) const;
 
@@ -39,14 +39,14 @@ public:
         return has(option) ? options.at(option) : otherwise;
     }
 
-    // All of the text as a number from least to most; `what` names it in the error.
+    // The whole text as a number from least to most; `what` names it in the error.
     template <typename Number>
     static Number readNumber(const std::string& what, const std::string& text, Number least,
                              Number most) {
         Number number = 0;
         const char* const end = text.data() + text.size();
         const auto [stop, problem] = std::from_chars(text.data(), end, number);
-        const bool fits = number >= least && number <= most; // false for what is no number
+        const bool fits = number >= least && number <= most; // false for NaN
         if (problem != std::errc() || stop != end || !fits) {
             throw Error(what + " cannot be \"" + text + "\"");
         }
@@ -58,9 +58,9 @@ private:
     std::map<std::string, std::string> options;
 };
 
-// What a companion program is besides its work: prints the usage for --help, and says in one line
-// to standard error why the work could not be done, with the usage behind it if the command line
-// was at fault. Gives the work's exit status, 2 for a wrong command line, or else `failed`.
+// The frame of a companion program around its work. Prints the usage for --help. If the work
+// throws, it prints one line to standard error, and after it the usage if the command line was
+// wrong. Returns the work's exit status, 2 for a wrong command line, or else `failed`.
 int runProgram(int argc, char* argv[], const std::string& name, const std::string& usage,
                const CommandLine::KnownOptions& known, int failed,
                const std::function<int(const CommandLine&)>& work);

@@ -3,8 +3,8 @@
 
 #include <string>
 
-// Writes a picture, red, green, blue, as a PNG file of 8 bits a channel. The pixels begin with the
-// top row; from row to row it is so many bytes, a negative number for rows from the bottom, whose
-// first in memory is the bottom one. False if the file cannot be written.
+// Writes red, green and blue as a PNG file with 8 bits per channel. Each row starts `rowBytes`
+// after the one before. If that is positive, the first row in memory is the top one; if it is
+// negative, the bottom one. Returns false if the file cannot be written.
 bool writePng(const std::string& path, int width, int height, const unsigned char* pixels,
               int rowBytes);

@@ -129,7 +129,7 @@ TEST_F(RenderWavTest, SaysWhatIsWrongAndWritesNothing) {
         {"bom a.wav --bits", 2, "--bits needs a value"},
         {"bom a.wav --bits 24", 2, "--bits cannot be"},
         {"bom a.wav --buffer 0", 2, "--buffer cannot be"},
-        {"bom a.wav --seed 1", 2, "--seed means nothing to bom"},
+        {"bom a.wav --seed 1", 2, "bom has no option --seed"},
         {"drum gong a.wav", 2, "unknown drum gong"},
         {"drum hat a.wav --seed -1", 2, "--seed cannot be"},
         {"note x.inl nan a.wav", 2, "HERTZ cannot be"},

@@ -7,12 +7,12 @@
 #include <string>
 #include <vector>
 
-// What a player does, as text. Each line is the number of a frame and any of the words
+// A player's input as text. Each line is the number of a frame and any of these words:
 //   left right up down   the direction keys held from that frame on, and no others
 //   action escape        the key pressed and released in that frame
 //   end                  the program is closed before that frame
-// '#' begins a comment. Frame 0 is the first that the program draws; frames ascend; the last line
-// holds "end".
+// '#' starts a comment. Frame 0 is the first that the program draws. Frame numbers increase. The
+// last line contains "end".
 class InputScript {
 public:
     enum Key { up, left, right, down, action, escape, keyCount };
@@ -22,10 +22,10 @@ public:
         bool pressed = true; // false: released
     };
 
-    // Reads a script. False, with a text that names the line, if it is not one.
+    // Reads a script. Returns false, with a text that names the line, if it is invalid.
     bool read(std::istream& source, std::string& failure);
 
-    // What happens before a frame, in order: releases, presses of directions, other keys.
+    // The presses before a frame, in order: released directions, pressed directions, other keys.
     std::vector<Press> pressesBefore(std::uint32_t frame) const;
 
     std::uint32_t getEnd() const { return end; } // frames

@@ -15,6 +15,6 @@ bool writePicture(const std::string& path, int width, int height) {
     glReadPixels(0, 0, width, height, GL_RGB, GL_UNSIGNED_BYTE, pixels.data());
     glPixelStorei(GL_PACK_ALIGNMENT, 4);
 
-    // A negative step: GL begins at the bottom row.
+    // A negative step, because GL's first row is the bottom one.
     return writePng(path, width, height, pixels.data(), -rowBytes);
 }

@@ -5,10 +5,12 @@
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
+#include <stdexcept>
 
 #include "app/Application.h"
 #include "base/FilePath.h"
 #include "base/Noise.h"
+#include "game/PlayRules.h"
 #include "platform/Platform.h"
 #include "screens/GamePlay.h"
 #include "sound/AudioSingleton.h"
@@ -18,8 +20,9 @@
 static constexpr SDLKey keySymbols[InputScript::keyCount] = {SDLK_UP,   SDLK_LEFT,  SDLK_RIGHT,
                                                              SDLK_DOWN, SDLK_SPACE, SDLK_ESCAPE};
 
-// Samples of a frame's sound, in turn: 15 ms are 661.5.
-static constexpr std::int32_t frameSamples[] = {661, 662};
+// Samples of sound in even and odd frames: 661 and 662, since 15 ms are 661.5.
+static constexpr std::int32_t evenSamples = framePeriod * 44100 / 1000;
+static constexpr std::int32_t oddSamples = framePeriod * 2 * 44100 / 1000 - evenSamples;
 
 static Replay* playing = nullptr;
 
@@ -35,16 +38,21 @@ Replay& Replay::current() {
 
 Replay::Replay(const Options& chosen) : options(chosen) {}
 
-bool Replay::play(std::string& failure) {
+void Replay::play() {
+    open();
     const std::filesystem::path settings = makeSettingsFolder();
     Platform::setEnvironment("XDG_CONFIG_HOME", settings);
-    const bool played = open(failure) && run(failure);
+    run();
     std::error_code problem;
     std::filesystem::remove_all(settings, problem);
-    return played;
+    trace.close();
+    if (!options.trace.empty() && !trace) failure = "cannot write " + options.trace;
+    if (sound && !sound->close()) failure = sound->getFailure();
+    if (!reachedEnd && failure.empty()) failure = "the program ended before the script";
+    if (!failure.empty()) throw std::runtime_error(failure);
 }
 
-bool Replay::run(std::string& failure) {
+void Replay::run() {
     playing = this;
     noiseSeed() = options.seed;
     std::vector<std::string> arguments = options.gameArguments;
@@ -56,62 +64,46 @@ bool Replay::run(std::string& failure) {
         real.run();
     } catch (const FatalError& error) {
         failure = error.text;
-        return false;
     }
-    trace.close();
-    if (!options.trace.empty() && !trace) writeFailure = "cannot write " + options.trace;
-    if (sound && !sound->close()) writeFailure = sound->getFailure();
-    failure = reachedEnd ? writeFailure : "the program ended before the script";
-    return failure.empty();
 }
 
-bool Replay::open(std::string& failure) {
+void Replay::open() {
     std::ifstream source(options.script);
-    if (!source) {
-        failure = "cannot read " + options.script;
-        return false;
-    }
-    if (!script.read(source, failure)) {
-        failure = options.script + ", " + failure;
-        return false;
-    }
+    if (!source) throw std::runtime_error("cannot read " + options.script);
+    if (!script.read(source, failure)) throw std::runtime_error(options.script + ", " + failure);
     if (!options.pictures.empty()) {
         std::error_code problem;
         std::filesystem::create_directories(options.pictures, problem);
         if (problem) {
-            failure = "cannot make " + options.pictures + ": " + problem.message();
-            return false;
+            throw std::runtime_error("cannot make " + options.pictures + ": " + problem.message());
         }
     }
     if (!options.pitches.empty() && !FilePath(options.pitches).isFile()) {
-        failure = "cannot read " + options.pitches;
-        return false;
+        throw std::runtime_error("cannot read " + options.pitches);
     }
     if (!options.sound.empty()) {
         sound = std::make_unique<WavFile>(options.sound, WavFile::Samples::int16);
         if (!sound->isGood()) {
-            failure = "cannot write " + options.sound + ": " + sound->getFailure();
-            return false;
+            throw std::runtime_error("cannot write " + options.sound + ": " + sound->getFailure());
         }
     }
-    if (options.trace.empty()) return true;
+    if (options.trace.empty()) return;
     trace.open(options.trace);
     trace << "# frame state x y vx vy flags: A airborne, K kicking, R or L facing, F finished\n";
-    if (!trace) failure = "cannot write " + options.trace;
-    return failure.empty();
+    if (!trace) throw std::runtime_error("cannot write " + options.trace);
 }
 
 extern "C" int __real_SDL_PollEvent(SDL_Event* event);
 
 int Replay::pollEvent(SDL_Event* event) {
-    // The window's own events are kept flowing and dropped, but for a request to quit.
+    // The window's own events are read and dropped, except for a request to quit.
     SDL_Event real;
     while (__real_SDL_PollEvent(&real)) {
         if (real.type == SDL_QUIT) events.push_back(real);
     }
     if (!queued) queueFrame();
     if (events.empty()) {
-        queued = false; // the next poll is the next frame's
+        queued = false; // the next poll belongs to the next frame
         return 0;
     }
     *event = events.front();
@@ -144,12 +136,12 @@ void Replay::swapBuffers() {
     ++frame;
 }
 
-// Rendered also when nobody wants it, since the music draws from the noise.
+// The sound is always rendered, since the music uses random numbers.
 void Replay::renderSound() {
     if (frame == 0 && !options.pitches.empty()) {
         AudioSingleton::instance().setPitches(readPitches(options.pitches));
     }
-    const std::int32_t samples = frameSamples[frame % 2];
+    const std::int32_t samples = frame % 2 == 0 ? evenSamples : oddSamples;
     std::vector<float> buffer(static_cast<std::size_t>(samples) * 2);
     application->fillBuffer(nullptr, buffer.data(), static_cast<std::uint32_t>(samples));
     if (sound) sound->append(buffer.data(), samples);
@@ -157,7 +149,7 @@ void Replay::renderSound() {
 
 static void append(std::string& line, float number) {
     char digits[32];
-    const auto end = std::to_chars(digits, digits + sizeof digits, number).ptr; // exact
+    const auto end = std::to_chars(digits, digits + sizeof digits, number).ptr; // exactly
     line.append(" ").append(digits, end);
 }
 
@@ -184,5 +176,5 @@ void Replay::writePictureOfFrame() {
     std::snprintf(name, sizeof name, "%06u.png", frame);
     const std::string path = options.pictures + "/" + name;
     const SDL_Surface* window = SDL_GetVideoSurface();
-    if (!writePicture(path, window->w, window->h)) writeFailure = "cannot write " + path;
+    if (!writePicture(path, window->w, window->h)) failure = "cannot write " + path;
 }

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Zlib
-// The four calls that the linker leads here (--wrap) in place of SDL's.
+// The replacements for four calls of SDL; the linker redirects them here (--wrap).
 #include "tools/replay/Replay.h"
 
 extern "C" {
@@ -18,7 +18,7 @@ void __wrap_SDL_Delay(Uint32 milliseconds) {
 }
 
 void __wrap_SDL_GL_SwapBuffers() {
-    Replay::current().swapBuffers(); // before the swap the picture can still be read
+    Replay::current().swapBuffers(); // before the swap, while the picture can be read
     __real_SDL_GL_SwapBuffers();
 }
 }

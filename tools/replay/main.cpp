@@ -1,79 +1,64 @@
 // SPDX-License-Identifier: Zlib
-// Plays an input script on the real game and writes down what happens; see usage below.
-#include <charconv>
-#include <iostream>
-#include <map>
+// Plays an input script on the real game and records what happens; see usage below.
+#include <algorithm>
+#include <limits>
 #include <sstream>
 
+#include "tools/CommandLine.h"
 #include "tools/replay/Replay.h"
 
 static constexpr const char* usage =
     "Usage: replay --script FILE [options] [-- arguments of the game]\n"
     "  --script FILE      the input: frames, held keys, presses, and the end\n"
-    "  --trace FILE       write the runner's place, speed and flags for each frame\n"
-    "  --pictures FOLDER  write pictures (PNG) there, named by their frame:\n"
+    "  --trace FILE       write the runner's position, speed and flags for each frame\n"
+    "  --pictures FOLDER  write pictures (PNG) into this folder, named by their frame:\n"
     "  --every N            every Nth frame\n"
     "  --frames A,B,C       these frames\n"
-    "  --sound FILE       write what is heard (16-bit WAV)\n"
+    "  --sound FILE       write the sound (16-bit WAV)\n"
     "  --pitches FILE     play the music on these pitches\n"
     "  --seed N           start of the random numbers (1)\n"
-    "Without arguments the game gets -win -w 1280 -h 720; it never opens a sound device.\n";
+    "Without arguments the game gets -win -w 1280 -h 720. It never opens a sound device.\n";
 
-static const std::map<std::string, std::string Replay::Options::*> textOptions = {
-    {"--script", &Replay::Options::script},     {"--trace", &Replay::Options::trace},
-    {"--pictures", &Replay::Options::pictures}, {"--sound", &Replay::Options::sound},
-    {"--pitches", &Replay::Options::pitches},
-};
+static const CommandLine::KnownOptions options = {
+    {"--script", 1}, {"--trace", 1}, {"--pictures", 1}, {"--every", 1},
+    {"--frames", 1}, {"--sound", 1}, {"--pitches", 1},  {"--seed", 1}};
 
-static bool readNumber(const std::string& text, std::uint32_t& number) {
-    const auto [end, problem] = std::from_chars(text.data(), text.data() + text.size(), number);
-    return problem == std::errc() && end == text.data() + text.size();
+static std::uint32_t readNumber(const char* option, const std::string& text) {
+    return CommandLine::readNumber<std::uint32_t>(option, text, 0,
+                                                  std::numeric_limits<std::uint32_t>::max());
 }
 
-static bool readNumbers(const std::string& text, std::set<std::uint32_t>& numbers) {
-    std::istringstream parts(text);
-    std::string part;
-    while (std::getline(parts, part, ',')) {
-        std::uint32_t number = 0;
-        if (!readNumber(part, number)) return false;
-        numbers.insert(number);
+static Replay::Options readOptions(const CommandLine& line) {
+    Replay::Options chosen;
+    chosen.script = line.get("--script", "");
+    chosen.trace = line.get("--trace", "");
+    chosen.pictures = line.get("--pictures", "");
+    chosen.every = readNumber("--every", line.get("--every", "0"));
+    chosen.sound = line.get("--sound", "");
+    chosen.pitches = line.get("--pitches", "");
+    chosen.seed = readNumber("--seed", line.get("--seed", "1"));
+    std::istringstream frames(line.get("--frames", ""));
+    for (std::string frame; std::getline(frames, frame, ',');) {
+        chosen.frames.insert(readNumber("--frames", frame));
     }
-    return !numbers.empty();
-}
-
-static bool readOption(const std::string& name, const std::string& value,
-                       Replay::Options& options) {
-    if (name == "--every") return readNumber(value, options.every);
-    if (name == "--frames") return readNumbers(value, options.frames);
-    if (name == "--seed") return readNumber(value, options.seed);
-    const auto text = textOptions.find(name);
-    if (text == textOptions.end()) return false;
-    options.*text->second = value;
-    return true;
-}
-
-static bool readOptions(const std::vector<std::string>& arguments, Replay::Options& options) {
-    for (std::size_t i = 0; i < arguments.size(); i += 2) {
-        if (arguments[i] == "--") {
-            options.gameArguments.assign(arguments.begin() + static_cast<std::ptrdiff_t>(i) + 1,
-                                         arguments.end());
-            break;
-        }
-        if (i + 1 == arguments.size()) return false;
-        if (!readOption(arguments[i], arguments[i + 1], options)) return false;
+    if (line.getWordCount() > 0) throw CommandLine::Error("unknown argument " + line.getWord(0));
+    if (chosen.script.empty()) throw CommandLine::Error("no --script");
+    const bool namesFrames = chosen.every > 0 || !chosen.frames.empty();
+    if (namesFrames && chosen.pictures.empty()) throw CommandLine::Error("no --pictures");
+    if (!namesFrames && !chosen.pictures.empty()) {
+        throw CommandLine::Error("--pictures needs --every or --frames");
     }
-    const bool wantsPictures = options.every > 0 || !options.frames.empty();
-    return !options.script.empty() && wantsPictures == !options.pictures.empty();
+    return chosen;
 }
 
 int main(int argc, char* argv[]) {
-    Replay::Options options;
-    if (!readOptions({argv + 1, argv + argc}, options)) {
-        std::cerr << usage;
-        return 2;
-    }
-    std::string failure;
-    if (Replay(options).play(failure)) return 0;
-    std::cerr << "replay: " << failure << std::endl;
-    return 1;
+    char** const end = argv + argc;
+    char** const dashes = std::find(argv, end, std::string("--"));
+    return runProgram(static_cast<int>(dashes - argv), argv, "replay", usage, options, 1,
+                      [&](const CommandLine& line) {
+                          Replay::Options chosen = readOptions(line);
+                          if (dashes != end) chosen.gameArguments.assign(dashes + 1, end);
+                          Replay(chosen).play();
+                          return 0;
+                      });
 }
