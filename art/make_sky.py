@@ -226,6 +226,8 @@ def background(canvas):
 
     weight = 1.7 + 4.6 * nebula ** 1.4
     weight *= smoothstep(0.10, 0.0, fade) * smoothstep(0.42, 0.12, misty)
+    ragged = reach + 20 + 90 * (0.5 + 0.5 * np.sin(np.round(phase) * 2.4))
+    weight *= smoothstep(ragged - 70, ragged + 20, r)  # each line ends in a point of its own
     weight *= calm * (0.3 + 0.7 * still)
     canvas.paint(everything, canvas.lines(phase, weight), 0.32 + 0.20 * nebula)
 
