@@ -26,14 +26,16 @@ static std::string describe(const PaStreamParameters* parameters) {
     if (!parameters) return "null";
     std::ostringstream text;
     text << parameters->device << "x" << parameters->channelCount;
-    if (parameters->sampleFormat != paFloat32) text << " odd format";
-    if (parameters->suggestedLatency != 0) text << " odd latency";
-    if (parameters->hostApiSpecificStreamInfo) text << " odd info";
+    if (parameters->sampleFormat != paFloat32 || parameters->suggestedLatency != 0 ||
+        parameters->hostApiSpecificStreamInfo) {
+        text << " unexpected";
+    }
     return text.str();
 }
 
-static void record(const std::string& call, const PaStream* stream) {
+static PaError record(const std::string& call, const PaStream* stream) {
     FakePortAudio::current().calls.push_back(call + (stream == &fakeStream ? "" : " no stream"));
+    return paNoError;
 }
 
 PaError Pa_Initialize() {
@@ -75,7 +77,7 @@ PaError Pa_IsFormatSupported(const PaStreamParameters* input, const PaStreamPara
     call << "IsFormatSupported " << describe(input) << ", " << describe(output) << ", " << rate;
     fake.calls.push_back(call.str());
     if (fake.refusedRates.count(rate) != 0) return paInvalidSampleRate;
-    return paSampleFormatNotSupported; // any other refusal is of no interest
+    return paSampleFormatNotSupported; // not a refusal of the rate
 }
 
 PaError Pa_OpenStream(PaStream** stream, const PaStreamParameters* input,
@@ -98,11 +100,9 @@ PaError Pa_StartStream(PaStream* stream) {
 }
 
 PaError Pa_StopStream(PaStream* stream) {
-    record("StopStream", stream);
-    return paNoError;
+    return record("StopStream", stream);
 }
 
 PaError Pa_CloseStream(PaStream* stream) {
-    record("CloseStream", stream);
-    return paNoError;
+    return record("CloseStream", stream);
 }
