@@ -38,29 +38,11 @@ static void count(int& number) {
 // The C++ library's operator new and delete call these too.
 extern "C" {
 void* __libc_malloc(std::size_t);
-void* __libc_calloc(std::size_t, std::size_t);
-void* __libc_realloc(void*, std::size_t);
-void* __libc_memalign(std::size_t, std::size_t);
 void __libc_free(void*);
 
 void* malloc(std::size_t bytes) {
     count(allocations);
     return __libc_malloc(bytes);
-}
-
-void* calloc(std::size_t number, std::size_t bytes) {
-    count(allocations);
-    return __libc_calloc(number, bytes);
-}
-
-void* realloc(void* memory, std::size_t bytes) {
-    count(allocations);
-    return __libc_realloc(memory, bytes);
-}
-
-void* aligned_alloc(std::size_t alignment, std::size_t bytes) {
-    count(allocations);
-    return __libc_memalign(alignment, bytes);
 }
 
 void free(void* memory) {
@@ -71,13 +53,6 @@ void free(void* memory) {
 int pthread_mutex_lock(pthread_mutex_t* mutex) {
     static const auto real =
         reinterpret_cast<int (*)(pthread_mutex_t*)>(dlsym(RTLD_NEXT, "pthread_mutex_lock"));
-    count(locks);
-    return real(mutex);
-}
-
-int pthread_mutex_trylock(pthread_mutex_t* mutex) {
-    static const auto real =
-        reinterpret_cast<int (*)(pthread_mutex_t*)>(dlsym(RTLD_NEXT, "pthread_mutex_trylock"));
     count(locks);
     return real(mutex);
 }

@@ -6,7 +6,6 @@
 #include <cmath>
 #include <cstring>
 #include <iterator>
-#include <limits>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -50,7 +49,10 @@ protected:
         for (float& value : patch) value = drawUnit();
         patch[filterRes] *= mostResonance;
         patch[filterEnvAmount] = 2 * patch[filterEnvAmount] - 1;
-        if (drawFlag()) patch[releaseTime] = 0;
+        for (const Parameter time :
+             {attackTime, releaseTime, filterAttackTime, filterReleaseTime}) {
+            if (drawFlag()) patch[time] = drawFlag() ? 0.0f : 1.0f;
+        }
         patch[noteLength] = 0.005f + patch[noteLength] * 0.05f;
         patch[distGain] = 1 + 3 * patch[distGain];
         patch[octave] = drawFlag() ? 1.0f : 0.25f;
@@ -116,31 +118,13 @@ TEST_P(VoiceKernelTest, RecoversLikeSingleVoicesWhenFiltersBlowUp) {
         200, [this](std::size_t voice) { start(voice, drawPatch(12), 50 + 400 * drawUnit(), 0); });
 }
 
-TEST_P(VoiceKernelTest, TakesAbsurdParametersLikeSingleVoices) {
-    static constexpr float infinity = std::numeric_limits<float>::infinity();
-    static constexpr float nan = std::numeric_limits<float>::quiet_NaN();
-    static constexpr float absurd[] = {nan, infinity, -infinity, 0,      -0.0f, -1,
-                                       2,   1e30f,    -1e30f,    1e-40f, 40,    -1e-3f};
-    static constexpr float pitches[] = {nan,   infinity, -infinity, 0,      -0.0f, -440,  1e9,
-                                        44100, 44101,    30000,     1e-40f, -1e9,  1e30f, 1540.1f};
+TEST_P(VoiceKernelTest, TakesAbsurdValuesLikeSingleVoices) {
+    static constexpr float absurd[] = {NAN,   HUGE_VALF, -HUGE_VALF, 0,  -0.0f, -1,    2,
+                                       1e30f, -1e30f,    1e-40f,     40, -440,  44100, 44101};
     renderManyBuffers(300, [this](std::size_t voice) {
         Patch patch = drawPatch(1);
         patch[draw(patch.size())] = absurd[draw(std::size(absurd))];
-        const float pitch = drawFlag() ? pitches[draw(std::size(pitches))] : 440 * drawUnit();
-        start(voice, patch, pitch, 0);
-    });
-}
-
-// No attack, no release, all attack, all release, and all of these together.
-TEST_P(VoiceKernelTest, FollowsExtremeEnvelopesLikeSingleVoices) {
-    static constexpr float times[] = {0, 1e-4f, 0.5f, 0.999f, 1};
-    renderManyBuffers(200, [this](std::size_t voice) {
-        Patch patch = drawPatch(0.9f);
-        for (const Parameter time :
-             {attackTime, releaseTime, filterAttackTime, filterReleaseTime}) {
-            patch[time] = times[draw(std::size(times))];
-        }
-        start(voice, patch, 110, 0);
+        start(voice, patch, drawFlag() ? absurd[draw(std::size(absurd))] : 440 * drawUnit(), 0);
     });
 }
 
