@@ -85,7 +85,7 @@ TEST_F(RenderWavTest, PrintsWhatIsWrongAndWritesNothing) {
         {"sing a.wav", 2, "unknown command sing"},
         {"bom a.wav --loud", 2, "--loud"},
         {"bom a.wav --bits 24", 2, "--bits cannot be"},
-        {"bom a.wav --seed 1", 2, "--seed"},
+        {"bom a.wav --seed 1", 2, "bom has no option --seed"},
         {"drum gong a.wav", 2, "unknown drum gong"},
         {music("0 a.wav"), 2, "BARS cannot be"},
         {music("1 a.wav --speed fastest"), 2, "--speed cannot be"},
