@@ -29,37 +29,28 @@ static std::string played(const std::string& text) {
     return result + "end " + std::to_string(script.getEnd());
 }
 
-TEST(InputScript, DirectionsAreHeldUntilALineWithoutThem) {
-    EXPECT_EQ(played("0 left\n2 left up\n3 right\n5\n9 end"),
-              "0: +left\n2: +up\n3: -up -left +right\n5: -right\nend 9");
-    EXPECT_EQ(played("1 down right left up\n2 end"),
-              "1: +up +left +right +down\n2: -up -left -right -down\nend 2");
-}
-
-TEST(InputScript, OtherKeysArePressedAndReleasedInTheirFrame) {
-    EXPECT_EQ(played("1 right action\n2 action right\n4 escape\n5 end"),
-              "1: +right +action -action\n2: +action -action\n4: -right +escape -escape\nend 5");
-}
-
-TEST(InputScript, CommentsEmptyLinesAndBlanksAreSkipped) {
-    EXPECT_EQ(played("# start\n\n  1\t left # left at first\r\n   \n2 end#5 up\n# done\n"),
-              "1: +left\n2: -left\nend 2");
-    EXPECT_EQ(played("0 end"), "end 0");
-    EXPECT_EQ(played("4294967294 \n4294967295 "), "the last line does not hold \"end\"");
-}
-
-TEST(InputScript, AnErrorNamesItsLine) {
+TEST(InputScript, IsPlayedAsWrittenOrRefusedWithTheLine) {
     const std::pair<const char*, const char*> cases[] = {
-        {"", "the last line does not hold \"end\""},
-        {"left", "line 1: \"left\" is not the number of a frame"},
-        {"-1 left", "line 1: \"-1\" is not the number of a frame"},
-        {"# x\n1x left", "line 2: \"1x\" is not the number of a frame"},
-        {"4294967296 up", "line 1: \"4294967296\" is not the number of a frame"},
+        // Directions are held until a line without them.
+        {"0 left\n2 left up\n3 right\n5\n9 end",
+         "0: +left\n2: +up\n3: -up -left +right\n5: -right\nend 9"},
+        {"1 down right left up\n2 end",
+         "1: +up +left +right +down\n2: -up -left -right -down\nend 2"},
+        // Other keys are pressed and released in their frame.
+        {"1 right action\n2 action right\n4 escape\n5 end",
+         "1: +right +action -action\n2: +action -action\n4: -right +escape -escape\nend 5"},
+        {"# start\n\n  1\t left # left at first\r\n   \n2 end#5 up\n# done\n",
+         "1: +left\n2: -left\nend 2"},
+        {"4294967295 ", "the last line is not \"end\""},
+        {"", "the last line is not \"end\""},
+        {"-1 left", "line 1: \"-1\" is not a frame number"},
+        {"# x\n1x left", "line 2: \"1x\" is not a frame number"},
+        {"4294967296 up", "line 1: \"4294967296\" is not a frame number"},
         {"1 Left\n2 end", "line 1: \"Left\" is not a key"},
-        {"1 left\n1 right", "line 2: frame 1 does not follow the one before"},
-        {"1 end\n2", "line 2: frame 2 does not follow the one before"},
+        {"1 left\n1 right", "line 2: frame 1 is not after the one before"},
+        {"1 end\n2", "line 2: frame 2 is not after the one before"},
     };
-    for (const auto& [script, failure] : cases) EXPECT_EQ(played(script), failure);
+    for (const auto& [script, expected] : cases) EXPECT_EQ(played(script), expected);
 }
 
 TEST(GoalRun, EachScriptReachesTheGoalOnItsOwnPath) {

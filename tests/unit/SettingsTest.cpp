@@ -87,23 +87,16 @@ TEST_F(SettingsTest, TheFirstRunCreatesFolderAndFileForTheUserAlone) {
     for (const std::string& made : {std::string("config"), path}) {
         EXPECT_EQ(std::filesystem::status(made).permissions(), std::filesystem::perms::owner_all);
     }
-    EXPECT_EQ(outcome(), ofNewFile) << "the second run finds them";
-
     std::filesystem::remove(path + "/Corvale.conf");
     EXPECT_EQ(outcome(), ofNewFile) << "a new file in an old folder is not reported";
-    EXPECT_EQ(bytesOf(path + "/Corvale.conf"), newFile);
 }
 
 TEST_F(SettingsTest, TheFolderIsTheDesktopsElseTheHomesElseTheWorkingDirectorys) {
     setenv("HOME", (folder + "/home").c_str(), 1);
     homeOfEntry = "/nowhere";
     EXPECT_EQ(outcome(), "Created " + folder + "/config/Corvale path.\n" + ofNewFile);
-    for (const char* useless : {"relative", ""}) {
-        setenv("XDG_CONFIG_HOME", useless, 1);
-        std::filesystem::remove_all("home");
-        EXPECT_EQ(outcome(), "Created " + folder + "/home/.config/Corvale path.\n" + ofNewFile)
-            << useless;
-    }
+    setenv("XDG_CONFIG_HOME", "relative", 1);
+    EXPECT_EQ(outcome(), "Created " + folder + "/home/.config/Corvale path.\n" + ofNewFile);
     const std::string home = folder + "/of entry";
     homeOfEntry = home.c_str();
     unsetenv("HOME");
@@ -114,7 +107,6 @@ TEST_F(SettingsTest, TheFolderIsTheDesktopsElseTheHomesElseTheWorkingDirectorys)
     EXPECT_EQ(outcome(), failure + "Could not create .Corvale/Corvale.conf\n");
     std::filesystem::create_directory(".Corvale");
     EXPECT_EQ(outcome(), failure + ofNewFile);
-    EXPECT_EQ(bytesOf(".Corvale/Corvale.conf"), newFile);
 }
 
 TEST_F(SettingsTest, WhatCannotBeCreatedIsReportedAndTheDefaultsHold) {

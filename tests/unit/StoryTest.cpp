@@ -74,8 +74,8 @@ TEST_F(Story, ATitlePageIsDrawnBackToFrontAndItsTexturesAreMadeOnce) {
         release(keys[page]);
         EXPECT_EQ(draw(), on(pages[page + 1])) << "page " << page + 1;
     }
-    enter<TitleScreen>();
     const std::uint64_t calls = GlStandIn::calls;
+    enter<TitleScreen>();
     draw();
     EXPECT_EQ(GlStandIn::calls, calls);
 }

@@ -20,7 +20,7 @@ bool InputScript::read(std::istream& source, std::string& failure) {
             return false;
         }
     }
-    if (!ended) failure = "the last line does not hold \"end\"";
+    if (!ended) failure = "the last line is not \"end\"";
     return ended;
 }
 
@@ -32,11 +32,11 @@ bool InputScript::readLine(const std::string& line, bool held[keyCount], std::st
     std::uint32_t frame = 0;
     std::istringstream number(word);
     if (word[0] == '-' || !(number >> frame) || !number.eof()) {
-        failure = "\"" + word + "\" is not the number of a frame";
+        failure = "\"" + word + "\" is not a frame number";
         return false;
     }
     if (ended || (!presses.empty() && frame <= presses.rbegin()->first)) {
-        failure = "frame " + word + " does not follow the one before";
+        failure = "frame " + word + " is not after the one before";
         return false;
     }
     bool named[keyCount] = {};
