@@ -46,7 +46,7 @@ Application::Application(const std::vector<std::string>& arguments) {
 }
 
 Application::~Application() {
-    // First, so that the audio thread has ended before anything that it uses goes.
+    // First, so that the audio thread has ended before anything that it uses is deleted.
     if (!noSound) audioDevice.close();
     for (SDL_Joystick* joystick : joysticks) SDL_JoystickClose(joystick);
     drawer.reset();

@@ -12,14 +12,13 @@
 // The library that implements SDL 1.2 on its successor reports 1.2.50 or higher. It knows Wayland.
 static constexpr Uint8 firstWaylandPatch = 50;
 
-// Without a display SDL would fall back on a text terminal and write escape codes to it. With its
-// dummy driver the program instead gets as far as one clear line about the window.
+// Without a display SDL would fall back on a text terminal and write escape codes to it. With SDL's
+// dummy driver the program prints one clear line about the window instead.
 static void chooseVideoDriver() {
     const bool knowsWayland = SDL_Linked_Version()->patch >= firstWaylandPatch;
     const bool wayland = knowsWayland && !Platform::environment("WAYLAND_DISPLAY").empty();
     const std::string chosen = Platform::environment("SDL_VIDEODRIVER");
-    // The compatibility library sets "x11" itself when it is loaded, so that is not a choice of the
-    // user's.
+    // The compatibility library sets "x11" when it is loaded, so that may not be the user's choice.
     if ((!chosen.empty() && chosen != "x11") || Platform::hasDisplay()) return;
     Platform::setEnvironment("SDL_VIDEODRIVER", wayland ? "wayland" : "dummy");
 }

@@ -35,7 +35,8 @@ GamePlay::GamePlay(Application& owner)
 
 GamePlay::~GamePlay() {
     AudioSingleton& sound = AudioSingleton::instance();
-    // First this, which waits for a running bar event: that would write notes into a cleared grid.
+    // The callback goes first: this waits for a running bar event, which would write notes into the
+    // cleared grid.
     sound.setCallback(nullptr);
     sound.clearSteps();
 }

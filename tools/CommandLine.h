@@ -58,7 +58,7 @@ private:
     std::map<std::string, std::string> options;
 };
 
-// The frame of a companion program around its work. Prints the usage for --help. If the work
+// The main function of a companion program. Prints the usage for --help. If the work
 // throws, it prints one line to standard error, and after it the usage if the command line was
 // wrong. Returns the work's exit status, 2 for a wrong command line, or else `failed`.
 int runProgram(int argc, char* argv[], const std::string& name, const std::string& usage,
