@@ -101,7 +101,7 @@ def measureSky(sky):
     mean = tone[:SCREEN[1] * SIZE // SCREEN[0]].mean() / 255
     colour = np.ptp(tone, axis=2).max()
     across, down = seams(tone)
-    print(f"sky      mean {mean:.3f}  colour {colour:.0f}  edges {across:.2f} {down:.2f}")
+    print(f"sky      mean {mean:.3f} (0.1 to 0.334)  colour {colour:.0f}  edges {across:.2f} {down:.2f} ({SEAM})")
     good = 0.1 <= mean <= 0.334 and colour == 0 and max(across, down) < SEAM
     return [] if good else ["sky"]
 
@@ -136,8 +136,8 @@ def measurePlay(behind):
     others = [stray(x, y) for x in range(0, SCREEN[0] - width + 1, 40)
               for y in range(0, LOWEST - height + 1, 40)
               if abs(x - left) >= width or abs(y - top) >= height]
-    print(f"play     burnt {burnt:.3f}  forms", *(f"{band:4.1f}" for band in bands),
-          f" calm {calm / min(others):.2f}")
+    print(f"play     burnt {burnt:.3f} (at most {BURNT})  forms", *(f"{band:4.1f}" for band in bands),
+          f"(at least {FORMS})  calm {calm / min(others):.2f} (below 1)")
     return [] if burnt <= BURNT and min(bands) >= FORMS and calm < min(others) else ["play"]
 
 
@@ -149,8 +149,9 @@ def measureRocks(looks):
         white, runner = contrast(1, lightest), contrast(luminance(rim), lightest)
         apart = min(abs(means[name] - mean) for other, mean in means.items() if other != name)
         stray = grey(cell).std()
-        print(f"rock     {name:8s} mean {means[name]:5.1f}  apart {apart:4.1f}  stray {stray:4.1f}"
-              f"  lightest {lightest:.3f}  text {white:5.2f}  rim {runner:5.2f}")
+        print(f"rock     {name:8s} mean {means[name]:5.1f}  apart {apart:4.1f} ({APART})"
+              f"  stray {stray:4.1f} ({CALM})  lightest {lightest:.3f}  text {white:5.2f} ({TEXT})"
+              f"  rim {runner:5.2f} ({RIM})")
         if white < TEXT or runner < RIM or apart < APART or stray > CALM:
             broken.append(name)
     return broken
@@ -160,7 +161,7 @@ def measureSign(cell):
     shape = grey(cell) != grey(cell)[0, 0]
     rows, columns = np.nonzero(shape)
     free = min(rows.min(), columns.min(), 15 - rows.max(), 15 - columns.max())
-    print(f"sign     free {free}")
+    print(f"sign     free {free} ({FREE})")
     return [] if free >= FREE else ["sign"]
 
 
@@ -170,7 +171,7 @@ def measureFlames(flames):
         cell = np.asarray(flame, np.float64)
         across, down = seams(cell[..., :3], cell[..., 3] > 0)
         lights.append((grey(cell) * cell[..., 3] / 255).mean())
-        print(f"flame    {number}  edges {across:.2f} {down:.2f}  light {lights[-1]:5.1f}")
+        print(f"flame    {number}  edges {across:.2f} {down:.2f} ({SEAM})  light {lights[-1]:5.1f}")
         if max(across, down) > SEAM:
             broken.append(f"flame {number}")
     return broken + (["flicker"] if max(lights) > min(lights) * 1.05 else [])
@@ -178,7 +179,7 @@ def measureFlames(flames):
 
 def measureStar():
     covered = picture("star.png")[..., 3].mean() / 255
-    print(f"star     covers {covered:.2f}")
+    print(f"star     covers {covered:.2f} (0.2 to 0.27)")
     return [] if 0.2 <= covered <= 0.27 else ["star"]
 
 
