@@ -101,7 +101,8 @@ def measureSky(sky):
     mean = tone[:SCREEN[1] * SIZE // SCREEN[0]].mean() / 255
     colour = np.ptp(tone, axis=2).max()
     across, down = seams(tone)
-    print(f"sky      mean {mean:.3f} (0.1 to 0.334)  colour {colour:.0f}  edges {across:.2f} {down:.2f} ({SEAM})")
+    print(f"sky      mean {mean:.3f} (0.1 to 0.334)  colour {colour:.0f}"
+          f"  edges {across:.2f} {down:.2f} ({SEAM})")
     good = 0.1 <= mean <= 0.334 and colour == 0 and max(across, down) < SEAM
     return [] if good else ["sky"]
 
@@ -136,8 +137,9 @@ def measurePlay(behind):
     others = [stray(x, y) for x in range(0, SCREEN[0] - width + 1, 40)
               for y in range(0, LOWEST - height + 1, 40)
               if abs(x - left) >= width or abs(y - top) >= height]
-    print(f"play     burnt {burnt:.3f} (at most {BURNT})  forms", *(f"{band:4.1f}" for band in bands),
-          f"(at least {FORMS})  calm {calm / min(others):.2f} (below 1)")
+    print(f"play     burnt {burnt:.3f} (at most {BURNT})  forms",
+          *(f"{band:4.1f}" for band in bands), f"(at least {FORMS})",
+          f" calm {calm / min(others):.2f} (below 1)")
     return [] if burnt <= BURNT and min(bands) >= FORMS and calm < min(others) else ["play"]
 
 
