@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Zlib
 // The play as a whole: the goal and the keys. PlayPictureTest covers its picture, and the replays
 // cover the shipped level.
+#include <algorithm>
 #include <cmath>
 
 #include "game/PlayRules.h"
@@ -70,6 +71,10 @@ TEST_F(Play, TheRunnerMovesInTheFrameThatReachesTheGoalAndNotAfterIt) {
     EXPECT_EQ(motion().x, 11.75f);
     EXPECT_EQ(motion().y, floorRow);
     EXPECT_EQ(held(), "LD");
+    const Log& calls = draw();
+    EXPECT_TRUE(std::any_of(calls.begin(), calls.end(), [](const std::string& call) {
+        return call.starts_with("rotated 32x32");
+    })) << "the runner spins away";
 }
 
 TEST_F(Play, TheEpilogueFollowsTheTwoHundredAndFirstFrameOfTheVortex) {

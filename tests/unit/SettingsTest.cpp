@@ -138,7 +138,8 @@ TEST_F(SettingsTest, EachKeyHasItsValueAtAFixedColumn) {
         {"aa JACK", " [JACK]"},      // the last line may lack its end
         {"w 1\nw 2\nw x\n", " w 2"}, // the last one that is a number
         {"w 0\nh -5\n", " w 0 h -5"},
-        {"width 800\nhx700\na_3\nf=0\nnsx1\naaxALSA", " h 700 a 3 window no sound [ALSA]"},
+        {"width 800\nhx700\na_3\nf=0\nnsx1\nnmx1\naaxALSA",
+         " h 700 a 3 window no sound no music [ALSA]"},
         {"h   \t12 34\na 7x\n", " h 12 a 7"},
         {"na 1\nn\nno 1\nn 1\n# w 5\n w 5\nW 5\n\n\r\nx\n", ""},
         {"aa \n", " []"},
