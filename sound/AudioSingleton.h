@@ -59,7 +59,7 @@ public:
     // bar event of the previous listener is running; it waits for such an event to end.
     void setCallback(Callback* listener);
 
-    // Plays the thump of a page: 110, 220 and 223 hertz at once. Main thread.
+    // Plays the thump when a page turns: 110, 220 and 223 hertz at once. Main thread.
     void playBom();
 
     // Adds the sound to `frames` stereo frames (2 x frames floats, interleaved). Audio thread.

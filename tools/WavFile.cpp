@@ -15,7 +15,7 @@ WavFile::WavFile(const std::string& path, Samples samples) {
         failure = sf_strerror(nullptr);
         return;
     }
-    // The chunk of peaks would hold the time of day.
+    // The peak chunk would contain the time of day.
     sf_command(file.get(), SFC_SET_ADD_PEAK_CHUNK, nullptr, SF_FALSE);
     sf_command(file.get(), SFC_SET_CLIPPING, nullptr, SF_TRUE);
 }

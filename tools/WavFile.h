@@ -7,25 +7,25 @@
 
 #include <sndfile.h>
 
-// A WAV file of two channels at 44100 hertz that grows at its end. What is written depends on the
-// samples alone, not on the time, so that two files can be compared byte by byte.
+// Writes a WAV file with two channels at 44100 hertz. The bytes depend on the samples only, not on
+// the time, so that two files can be compared byte by byte.
 class WavFile {
 public:
     enum class Samples { float32, int16 };
 
-    // Begins a file, in place of one that lies there. Whether it could is `isGood`.
+    // Creates a file, or replaces an existing one. `isGood` tells whether that worked.
     WavFile(const std::string& path, Samples samples);
 
-    // Appends so many stereo frames (2 x frames floats, interleaved). With int16, what lies
-    // beyond -1 to 1 is cut off there.
+    // Appends stereo frames (2 x frames floats, interleaved). With int16, samples are clipped at -1
+    // and 1.
     void append(const float* output, std::int64_t frames);
 
-    // Ends the file: its header gets the length. False if anything went wrong since the begin.
+    // Completes the file, whose header gets the length. False if anything has failed so far.
     bool close();
 
     bool isGood() const { return failure.empty(); }
 
-    // The reason why it is not good, the library's text.
+    // The library's text about the first failure.
     const std::string& getFailure() const { return failure; }
 
 private:

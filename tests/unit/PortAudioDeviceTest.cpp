@@ -35,11 +35,7 @@ protected:
             if (printsItsEnd) std::cerr << "then the older object";
         }
     };
-    static Older& older() {
-        static Older object;
-        return object;
-    }
-    static void SetUpTestSuite() { older(); }
+    static Older older;
 
     PortAudioDeviceTest() : fake(FakePortAudio::renew()) {
         fake.addApi(paALSA, "ALSA", 3, 4);
@@ -76,6 +72,8 @@ private:
     std::ostringstream printed;
     std::streambuf* coutBuffer = nullptr;
 };
+
+PortAudioDeviceTest::Older PortAudioDeviceTest::older;
 
 TEST_F(PortAudioDeviceTest, OpensAndClosesOneStream) {
     EXPECT_TRUE(device.open());
@@ -229,7 +227,7 @@ TEST_F(PortAudioDeviceTest, HidesWhatTheLibrariesPrint) {
 // As Xlib does when the X server goes away.
 TEST_F(PortAudioDeviceTest, AnExitClosesTheStreamBeforeOlderObjectsGo) {
     const auto exitWhilePlaying = [this] {
-        older().printsItsEnd = true;
+        older.printsItsEnd = true;
         fake.atTerminate = [] { std::cerr << "closed, "; };
         if (device.open()) std::exit(3);
     };

@@ -7,7 +7,7 @@
 
 #include "sound/SequencerCursor.h"
 
-static constexpr std::int64_t silenceAtEnd = 4410; // frames: what sounds never pauses for so long
+static constexpr std::int64_t silenceAtEnd = 4410;      // frames; no sound pauses for so long
 static constexpr std::int64_t longestTail = 60 * 44100; // frames
 
 SoundRenderer::SoundRenderer(WavFile& target, std::int32_t bufferFrames)
@@ -36,7 +36,7 @@ void SoundRenderer::playMusic(std::int32_t bars, float speed) {
     render(samplesOfBars(bars));
     sound.setCallback(nullptr);
     sound.clearSteps();
-    writeSilence(); // the bars are written whole, even if they end in silence
+    writeSilence(); // bars are complete, even if they end in silence
     ringOut();
 }
 
@@ -48,12 +48,12 @@ std::int64_t SoundRenderer::samplesOfBars(std::int32_t bars) {
     SequencerCursor cursor;
     cursor.setCallback(&counter);
     cursor.rewind();
-    std::int64_t samples = -1; // the sample on which the next bar begins is not theirs
+    std::int64_t samples = -1; // without the sample on which the next bar begins
     for (; counter.begun <= bars; ++samples) cursor.process(1);
     return samples;
 }
 
-// Plays one cell of the grid, on the first sample.
+// Plays one cell of the grid, starting on the first sample.
 void SoundRenderer::playCell(std::int32_t track, std::int32_t note) {
     sound.toggleStep(track, 0, note);
     sound.rewindBar();
@@ -80,7 +80,7 @@ void SoundRenderer::ringOut() {
     }
 }
 
-// Silence at the end of a buffer waits until something sounds again.
+// Silence at the end of a buffer is written only if something sounds later.
 void SoundRenderer::write(std::int32_t frames) {
     auto last = buffer.begin() + 2 * static_cast<std::ptrdiff_t>(frames);
     while (last != buffer.begin() && last[-1] == 0 && last[-2] == 0) last -= 2;

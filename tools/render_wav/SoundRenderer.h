@@ -9,14 +9,14 @@
 #include "sound/AudioSingleton.h"
 #include "tools/WavFile.h"
 
-// Plays something on the game's one AudioSingleton, which no stream drives here, and writes it to
-// a file from its first sample to the last that sounds. One renderer plays one thing.
+// Plays something on the game's AudioSingleton, without a stream, and writes it to a file, from the
+// first sample to the last audible one. A renderer plays one thing only.
 class SoundRenderer : public AudioSingleton::Callback {
 public:
-    // The sound is computed so many frames at once, fewer than a bar has, as a stream asks for it.
+    // The sound is computed in buffers of `bufferFrames`, less than a bar, as for a stream.
     SoundRenderer(WavFile& target, std::int32_t bufferFrames);
 
-    // A note of the bank "SeqBass", whatever patch that has, at a pitch in hertz.
+    // A note of the bank "SeqBass", with its present patch, at a pitch in hertz.
     void playNote(float hertz);
 
     // A hit of the drum of a track, 4 to 7.
@@ -24,14 +24,15 @@ public:
 
     void playBom();
 
-    // So many bars of the music of a play, for a runner of that speed in tiles per frame. No note
-    // starts behind the last bar, what sounds rings out.
+    // The music of a play; the runner's speed is in tiles per frame. After the last bar no note
+    // starts; notes that still sound ring out.
     void playMusic(std::int32_t bars, float speed);
 
-    // The samples of so many bars. They are a little longer than 2 seconds, and not all equal.
+    // The length of `bars` bars in samples. Bars last a little more than 2 seconds and differ in
+    // length.
     static std::int64_t samplesOfBars(std::int32_t bars);
 
-    // What was written: stereo frames, and the largest distance from 0.
+    // The number of stereo frames written, and the largest absolute sample.
     std::int64_t getFrames() const { return written; }
     float getPeak() const { return peak; }
 
@@ -51,6 +52,6 @@ private:
     PlayMusic music;
     float runnerSpeed = 0;
     std::int64_t written = 0;
-    std::int64_t silent = 0; // frames of silence that are not written yet
+    std::int64_t silent = 0; // frames of silence not written yet
     float peak = 0;
 };

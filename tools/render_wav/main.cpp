@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Zlib
-// Renders the game's sound to a file, for those who make patches and tunes; see usage below.
+// Renders the game's sound to a file, for authors of patches and tunes; see usage below.
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
@@ -16,17 +16,17 @@
 static constexpr const char* usage =
     "Usage: tarnwick-render note PATCH HERTZ WAV [options]    a note of a patch file\n"
     "       tarnwick-render drum DRUM WAV [options]           kick, clap, hat or crash\n"
-    "       tarnwick-render bom WAV [options]                 the thump of a page\n"
-    "       tarnwick-render music PITCHES BARS WAV [options]  a play's music, with a pitch file\n"
-    "Writes the game's sound to a WAV file, 44100 hertz, stereo, until it has rung out.\n"
-    "  --bits 32|16       floats, or whole numbers that end at -1 and 1 (32)\n"
-    "  --buffer FRAMES    how many stereo frames to compute at once, 1 to 65536 (256)\n"
-    "  --alternate        the second hit of a drum\n"
-    "  --seed NUMBER      start of the random numbers, for drums and music (1)\n"
-    "  --speed SPEED      of the runner: fast, slow, or tiles per frame (fast)\n"
-    "  --patches FOLDER   patches for music and bom, in place of the game's\n";
+    "       tarnwick-render bom WAV [options]                 the thump when a page turns\n"
+    "       tarnwick-render music PITCHES BARS WAV [options]  the music of a play\n"
+    "Writes a WAV file, 44100 hertz, stereo, until the last note has ended. Options and defaults:\n"
+    "  --bits 32|16       floats, or integers, clipped at -1 and 1 (32)\n"
+    "  --buffer FRAMES    number of stereo frames to compute at once, 1 to 65536 (256)\n"
+    "  --alternate        the second sound of a drum\n"
+    "  --seed NUMBER      seed of the random numbers, for drums and music (1)\n"
+    "  --speed SPEED      speed of the runner: fast, slow, or tiles per frame (fast)\n"
+    "  --patches FOLDER   patches for music and bom, instead of the game's\n";
 
-static constexpr std::int32_t mostBars = 3600;    // two hours, which a WAV file can hold
+static constexpr std::int32_t mostBars = 3600;    // two hours, which fit in a WAV file
 static constexpr std::int32_t mostFrames = 65536; // fewer than a bar has
 static constexpr float highestPitch = 22050;      // hertz
 static constexpr std::int32_t firstDrumTrack = 4;
@@ -37,7 +37,7 @@ static const CommandLine::KnownOptions options = {
     {"--seed", 1}, {"--speed", 1},  {"--patches", 1},
 };
 
-// What there is to do, once the file is open.
+// Renders what the command line asks for.
 using Piece = std::function<void(SoundRenderer&)>;
 
 static std::runtime_error failure(const std::string& what) {
@@ -45,16 +45,17 @@ static std::runtime_error failure(const std::string& what) {
 }
 
 static void requireFile(const FilePath& file) {
-    if (!file.isOrdinaryFile()) throw failure("no file " + file.text());
+    if (!file.isOrdinaryFile()) throw failure("no such file: " + file.text());
 }
 
 static void loadPatch(std::size_t bank, const FilePath& path) {
     requireFile(path);
     const std::int32_t count = SimpleSynth().parameterCount();
     const auto values = PatchFile(path.text(), count).getValues().size();
-    if (values == 0) throw failure("no patch: " + path.text());
+    if (values == 0) throw failure("not a patch: " + path.text());
     if (values < static_cast<std::size_t>(count)) {
-        throw failure("only " + std::to_string(values) + " values in " + path.text());
+        throw failure("only " + std::to_string(values) + " of " + std::to_string(count) +
+                      " values in " + path.text());
     }
     AudioSingleton::instance().loadPatch(bank, path.text());
 }
@@ -128,7 +129,7 @@ static WavFile::Samples readSamples(const std::string& bits) {
     throw CommandLine::Error("--bits cannot be \"" + bits + "\"");
 }
 
-// All of the command line and what it names is read before the file is begun.
+// Reads the command line and all input files before it creates the output file.
 static int run(const CommandLine& line) {
     const auto seed = line.readNumber<std::uint32_t>("--seed", line.get("--seed", "1"), 0, ~0U);
     const WavFile::Samples samples = readSamples(line.get("--bits", "32"));
@@ -140,7 +141,7 @@ static int run(const CommandLine& line) {
     WavFile file(path, samples);
     if (file.isGood()) {
         SoundRenderer renderer(file, buffer);
-        noiseSeed() = seed; // behind what the AudioSingleton drew when it was built
+        noiseSeed() = seed; // after AudioSingleton has drawn its own numbers
         play(renderer);
         if (file.close()) {
             const auto frames = renderer.getFrames();
