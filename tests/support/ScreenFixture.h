@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Zlib
 #pragma once
 
+#include <algorithm>
+#include <iterator>
 #include <memory>
 #include <string>
 
@@ -35,6 +37,13 @@ protected:
         drawer().calls.clear();
         Inspector::state(*application)->draw(drawer());
         return drawer().calls;
+    }
+    // The calls with this name.
+    static Log named(const std::string& name, const Log& calls) {
+        Log found;
+        std::copy_if(calls.begin(), calls.end(), std::back_inserter(found),
+                     [&](const std::string& call) { return call.starts_with(name + " "); });
+        return found;
     }
     void press(const std::string& action) {
         Inspector::state(*application)->keyPressed(action, nullptr);

@@ -36,13 +36,6 @@ protected:
     void drawFrames(int count) {
         for (int i = 0; i < count; ++i) draw();
     }
-    // The calls with this name.
-    static Log named(const std::string& name, const Log& calls) {
-        Log found;
-        std::copy_if(calls.begin(), calls.end(), std::back_inserter(found),
-                     [&](const std::string& call) { return call.starts_with(name + " "); });
-        return found;
-    }
 };
 
 // --- the title
