@@ -4,11 +4,10 @@
 #include <SDL.h>
 #include <SDL_image.h>
 
-#include <cstring>
 #include <limits>
 #include <new>
 
-static constexpr int largestSide = 65535; // pixels; texture sizes have 16 bits
+#include "drawing/PictureFile.h"
 
 static void copyPixel(const Uint8* source, int sourceBytes, std::uint8_t* target) {
     for (int channel = 0; channel < sourceBytes; ++channel) target[channel] = source[channel];
@@ -18,9 +17,7 @@ static void copyPixel(const Uint8* source, int sourceBytes, std::uint8_t* target
 static LoadedImage convert(SDL_Surface* surface) {
     LoadedImage image;
     const int pixelBytes = surface->format->BytesPerPixel;
-    // The library lets absurd sizes of broken files through, a negative height for instance.
-    const bool sized = surface->w >= 1 && surface->w <= largestSide && surface->h >= 1 &&
-                       surface->h <= largestSide && surface->pixels;
+    const bool sized = surface->w >= 1 && surface->h >= 1 && surface->pixels;
     if (!sized || (pixelBytes != 3 && pixelBytes != 4)) return image;
 
     const auto width = static_cast<std::size_t>(surface->w);
@@ -50,36 +47,15 @@ static LoadedImage convertAndFree(SDL_Surface* surface) {
     return image;
 }
 
-static SDL_RWops* fileOf(SDL_RWops* source) {
-    return static_cast<SDL_RWops*>(source->hidden.unknown.data1);
-}
-
-static int seekFile(SDL_RWops* source, int offset, int whence) {
-    return SDL_RWseek(fileOf(source), offset, whence);
-}
-
-static int readFileOrZeros(SDL_RWops* source, void* target, int size, int count) {
-    std::memset(target, 0, static_cast<std::size_t>(size) * static_cast<std::size_t>(count));
-    return SDL_RWread(fileOf(source), target, size, count);
-}
-
-static int closeFile(SDL_RWops* source) {
-    SDL_RWclose(fileOf(source));
-    SDL_FreeRW(source);
-    return 0;
-}
-
-// Behind the end of a file there are zeros. The library takes no notice of the end, and could go on
-// for ever with the bytes that it read last.
-static LoadedImage load(SDL_RWops* file) {
-    SDL_RWops* source = file ? SDL_AllocRW() : nullptr;
-    if (!source) return {};
-    source->seek = seekFile;
-    source->read = readFileOrZeros;
-    source->write = nullptr;
-    source->close = closeFile;
-    source->hidden.unknown.data1 = file;
-    return convertAndFree(IMG_Load_RW(source, 1));
+static LoadedImage load(SDL_RWops* opened) {
+    PictureFile file(opened);
+    switch (file.getFormat()) {
+    case PictureFile::Format::png: return convertAndFree(IMG_LoadPNG_RW(file.getSource()));
+    case PictureFile::Format::jpeg: return convertAndFree(IMG_LoadJPG_RW(file.getSource()));
+    case PictureFile::Format::bmp: return convertAndFree(IMG_LoadBMP_RW(file.getSource()));
+    case PictureFile::Format::unreadable: break;
+    }
+    return {};
 }
 
 LoadedImage ImageLoader::loadFromMemory(const void* data, std::size_t bytes) const {

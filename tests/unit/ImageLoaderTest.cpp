@@ -3,11 +3,13 @@
 
 #include <unistd.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
 
 #include <gtest/gtest.h>
 
+#include "drawing/PictureFile.h"
 #include "tests/support/PngBytes.h"
 
 static LoadedImage load(const Bytes& file) {
@@ -102,6 +104,45 @@ TEST(ImageLoader, BrokenFilesAreUnreadable) {
     expectUnreadable(load(Bytes(1000, 'x')));
     expectUnreadable(ImageLoader().loadFromMemory(nullptr, 10));
     expectUnreadable(ImageLoader().loadFromMemory(png.data(), (std::size_t{1} << 32) + png.size()));
+}
+
+static PictureFile::Format formatOf(const Bytes& file) {
+    return PictureFile(SDL_RWFromConstMem(file.data(), static_cast<int>(file.size()))).getFormat();
+}
+
+static Bytes changed(Bytes file, std::size_t place, const Bytes& bytes) {
+    std::copy(bytes.begin(), bytes.end(), file.begin() + static_cast<long>(place));
+    return file;
+}
+
+// The library's other readers crash or never end on files like the first ones.
+TEST(ImageLoader, WhatIsNotWorthDecodingIsUnreadableBeforeItIsDecoded) {
+    using Format = PictureFile::Format;
+    for (const std::string start : {"gimp xcf file", "/* XPM */", "FORM    ILBM", "RIFF    WEBP",
+                                    "GIF89a", "P6 1 1 255 ", "II*"}) {
+        Bytes file(start.begin(), start.end());
+        file.resize(300);
+        EXPECT_EQ(formatOf(file), Format::unreadable) << start;
+    }
+    const Bytes png = PngBytes::file(PngBytes::rgb, 1, {1, 2, 3});
+    EXPECT_EQ(formatOf(changed(png, 16, {0, 0, 0x20, 0, 0, 0, 0x20, 0})), Format::png);
+    EXPECT_EQ(formatOf(changed(png, 16, {0, 0, 0x20, 1, 0, 0, 0x20, 0})), Format::unreadable);
+    EXPECT_EQ(formatOf(changed(png, 33, {0, 1})), Format::unreadable) << "a chunk beyond the end";
+
+    // A frame of 1 by 1 pixels with three components, and the start of their pixels.
+    const Bytes jpeg = {0xFF, 0xD8, 0xFF, 0xC0, 0,    17, 8,  0, 1, 0, 1, 3, 1, 17, 0, 2,  17, 0,
+                        3,    17,   0,    0xFF, 0xDA, 0,  12, 3, 1, 0, 2, 0, 3, 0,  0, 63, 0};
+    EXPECT_EQ(formatOf(jpeg), Format::jpeg);
+    EXPECT_EQ(formatOf(changed(jpeg, 3, {0xC2})), Format::unreadable) << "progressive";
+    EXPECT_EQ(formatOf(changed(jpeg, 25, {1})), Format::unreadable) << "more passes than one";
+    EXPECT_EQ(formatOf(changed(jpeg, 7, {1, 0, 1, 0})), Format::unreadable) << "too few bytes";
+    EXPECT_EQ(formatOf(changed(jpeg, 7, {0, 0})), Format::unreadable) << "no height";
+
+    const Bytes bmp = bmpFile(2, 1, Bytes(8));
+    EXPECT_EQ(formatOf(bmp), Format::bmp);
+    EXPECT_EQ(formatOf(changed(bmp, 28, {8})), Format::unreadable) << "a palette";
+    EXPECT_EQ(formatOf(changed(bmp, 30, {1})), Format::unreadable) << "packed";
+    EXPECT_EQ(formatOf(changed(bmp, 18, {100})), Format::unreadable) << "too few bytes";
 }
 
 TEST(ImageLoader, TheLongestSidesAreTaken) {
