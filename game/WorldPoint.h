@@ -22,9 +22,10 @@ constexpr WorldPoint cameraFor(WorldPoint runner) {
     return {runner.x + 1.5f, runner.y - 1.5f};
 }
 
-// The cell of a coordinate, cut toward zero. No level reaches the bounds; without them a coordinate
-// beyond the integers would be undefined.
+// The cell of a coordinate, cut toward zero. No level reaches the bounds; without them the
+// conversion of a coordinate beyond the integers, or of one that is not a number, would be
+// undefined.
 inline int cellOf(float coordinate) {
     constexpr float bound = 1e9f;
-    return static_cast<int>(std::clamp(coordinate, -bound, bound));
+    return static_cast<int>(coordinate > -bound ? std::min(coordinate, bound) : -bound);
 }

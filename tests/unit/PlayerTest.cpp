@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
+#include <limits>
 #include <sstream>
 
 #include <gtest/gtest.h>
@@ -255,4 +256,11 @@ TEST(Player, OutsideTheGridAllIsRock) {
     Player player({INFINITY, -INFINITY});
     player.update({.left = true}, drawnGrid("..."));
     EXPECT_EQ(player.speed(), 0);
+}
+
+TEST(Player, ACoordinateBeyondEveryCellLiesOutsideTheLevel) {
+    const float infinite = std::numeric_limits<float>::infinity();
+    for (const float odd : {infinite, -infinite, infinite - infinite, 1e10f, -1e10f}) {
+        EXPECT_EQ(std::abs(cellOf(odd)), 1000000000) << odd;
+    }
 }
