@@ -49,14 +49,24 @@ std::optional<std::vector<std::string>> Platform::listDirectory(const std::strin
     return names;
 }
 
+// The home in the user's password entry, empty if there is none.
+static std::string homeOfUser() {
+    constexpr std::size_t mostBytes = 1 << 20;
+    passwd entry = {};
+    passwd* found = nullptr;
+    for (std::vector<char> texts(1024); texts.size() <= mostBytes; texts.resize(texts.size() * 2)) {
+        const int failure = getpwuid_r(getuid(), &entry, texts.data(), texts.size(), &found);
+        if (failure == ERANGE) continue;
+        return found && entry.pw_dir ? entry.pw_dir : "";
+    }
+    return "";
+}
+
 std::string Platform::applicationDataFolder() {
     const std::string configured = environment("XDG_CONFIG_HOME");
     if (configured.starts_with('/')) return configured;
     std::string home = environment("HOME");
-    if (home.empty()) {
-        const passwd* user = getpwuid(getuid());
-        if (user && user->pw_dir) home = user->pw_dir;
-    }
+    if (home.empty()) home = homeOfUser();
     return home.empty() ? "" : home + "/.config";
 }
 

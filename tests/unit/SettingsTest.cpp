@@ -6,6 +6,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <cerrno>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
@@ -17,10 +18,12 @@
 // touches the settings of the person who runs it.
 static const char* homeOfEntry = nullptr;
 
-extern "C" passwd* getpwuid(uid_t) {
-    static passwd entry = {};
-    entry.pw_dir = const_cast<char*>(homeOfEntry);
-    return homeOfEntry ? &entry : nullptr;
+extern "C" int getpwuid_r(uid_t, passwd* entry, char*, std::size_t room, passwd** result) {
+    *result = nullptr;
+    if (room < 2000) return ERANGE;
+    entry->pw_dir = const_cast<char*>(homeOfEntry);
+    if (homeOfEntry) *result = entry;
+    return 0;
 }
 
 // Runs in its own folder, without a display. The configuration folder is "config" in it.
