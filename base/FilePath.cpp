@@ -27,6 +27,14 @@ std::ifstream FilePath::open() const {
     return isOrdinaryFile() ? std::ifstream(path, std::ios::binary) : std::ifstream();
 }
 
+std::string FilePath::readStart(std::size_t mostBytes) const {
+    std::ifstream file = open();
+    std::string text(mostBytes, '\0');
+    file.read(text.data(), static_cast<std::streamsize>(mostBytes));
+    text.resize(static_cast<std::size_t>(file.gcount()));
+    return text;
+}
+
 bool FilePath::isDirectory() const {
     if (path.empty()) return false;
     const Platform::PathStatus status = Platform::pathStatus(path);

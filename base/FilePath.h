@@ -28,6 +28,10 @@ public:
     // cannot be read, the stream is not open.
     std::ifstream open() const;
 
+    // The first bytes of the regular file at the path, at most so many; empty where open fails. For
+    // text files that may be anything, in size too.
+    std::string readStart(std::size_t mostBytes) const;
+
     // Whether a folder exists at the path. A failed query prints a line, also for a missing path.
     bool isDirectory() const;
 

@@ -7,13 +7,14 @@
 
 #include "base/FilePath.h"
 
+static constexpr std::size_t mostBytes = 1 << 16; // the rest of the file is ignored
 static constexpr int countLine = 23;
 static constexpr std::size_t countColumn = 26;
 static constexpr int linesToValues = 2;          // ignored, between the count and the first value
 static constexpr std::int32_t mostValues = 1000; // far more than any voice has
 
 PatchFile::PatchFile(const std::string& path, std::int32_t parameterCount) {
-    std::ifstream file = FilePath(path).open();
+    std::istringstream file(FilePath(path).readStart(mostBytes));
     if (readCount(file) != parameterCount) {
         std::cout << "PolyphonicSynth: Number of parameters in file does not match synth's number "
                      "of parameters."

@@ -13,7 +13,7 @@
 //   24, 25    ignored
 //   26 on     one value a line, in the order of the parameters; the last two characters are dropped
 //   "}"       at the start of a line ends the values
-// The constructor reads the file.
+// Only the first 64 KiB count. The constructor reads the file.
 class PatchFile {
 public:
     struct Value {

@@ -5,11 +5,12 @@
 
 #include "base/Noise.h"
 
-static constexpr std::size_t longestLine = 255; // characters; the rest of a line is ignored
+static constexpr std::size_t mostBytes = 1 << 16; // the rest of the file is ignored
+static constexpr std::size_t longestLine = 255;   // characters; the rest of a line is ignored
 
 PitchTable readPitches(const std::string& path) {
     PitchTable pitches = {};
-    std::ifstream file = FilePath(path).open();
+    std::istringstream file(FilePath(path).readStart(mostBytes));
     std::string line;
     for (float& pitch : pitches) {
         if (!std::getline(file, line)) break;

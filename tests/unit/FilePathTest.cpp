@@ -85,6 +85,8 @@ TEST_F(FilePathTest, OpensRegularFilesOnly) {
     std::string word;
     EXPECT_TRUE(makeFile("file").open() >> word);
     EXPECT_EQ(word, "file");
+    EXPECT_EQ(makeFile("file").readStart(3) + makeFile("file").readStart(9), "filfile");
+    EXPECT_EQ(pipe.readStart(9) + folder.readStart(9), "");
 }
 
 TEST_F(FilePathTest, OnlyIsDirectoryPrintsFailures) {
