@@ -61,11 +61,9 @@ protected:
         });
     }
 
-    ~AudioThreadsTest() override { endAudioThread(); }
-
-    void endAudioThread() {
+    ~AudioThreadsTest() override {
         quit = true;
-        if (audioThread.joinable()) audioThread.join();
+        audioThread.join();
     }
 
     static constexpr std::int32_t frames = 64;
@@ -95,14 +93,6 @@ TEST_F(AudioThreadsTest, NoBarEventOutlivesThePlay) {
         ++plays;
     }
     EXPECT_GT(bars, plays / 10);
-
-    // No event wrote a note into the empty grid: when the last notes have ended there is silence.
-    endAudioThread();
-    std::vector<float> output(2 * 44100);
-    for (int second = 0; second < 20; ++second) sound.process(output.data(), 44100);
-    std::fill(output.begin(), output.end(), 0.0f);
-    for (int second = 0; second < 3; ++second) sound.process(output.data(), 44100); // a whole bar
-    EXPECT_TRUE(std::ranges::all_of(output, [](float value) { return value == 0; }));
 }
 
 // As when the thump of a page takes voices of the last page's thump that end within a buffer.

@@ -5,6 +5,7 @@
 #include <chrono>
 #include <cstdlib>
 #include <iostream>
+#include <iterator>
 #include <sstream>
 #include <thread>
 #include <utility>
@@ -130,36 +131,28 @@ TEST_F(PortAudioDeviceTest, AFailurePrintsALineAndUndoesWhatWasDone) {
     for (const auto& [result, what, calls, undoing] : cases) {
         Calls expected(opening.begin(), opening.begin() + calls);
         expected.insert(expected.end(), undoing.begin(), undoing.end());
-        for (const PaError failure : {static_cast<PaError>(paUnanticipatedHostError), 1}) {
-            fake.*result = failure;
-            EXPECT_FALSE(device.open());
-            EXPECT_EQ(takePrinted(),
-                      std::string("PortAudioDevice Error: Could not ") + what + ".\n");
-            device.close();
-            EXPECT_EQ(takeCalls(), expected);
-        }
+        fake.*result = 1; // anything but 0 is a failure
+        EXPECT_FALSE(device.open());
+        EXPECT_EQ(takePrinted(), std::string("PortAudioDevice Error: Could not ") + what + ".\n");
+        device.close();
+        EXPECT_EQ(takeCalls(), expected);
         fake.*result = paNoError;
     }
     EXPECT_TRUE(device.open());
 }
 
 TEST_F(PortAudioDeviceTest, KnowsTheNamesOfAudioApis) {
-    static constexpr std::pair<const char*, PaHostApiTypeId> names[] = {
-        {"DirectSound", paDirectSound},
-        {"MME", paMME},
-        {"ASIO", paASIO},
-        {"CoreAudio", paCoreAudio},
-        {"OSS", paOSS},
-        {"ALSA", paALSA},
-        {"JACK", paJACK},
-        {"", paDirectSound},
-        {"alsa", paDirectSound}};
+    static constexpr const char* names[] = {"DirectSound", "MME",  "ASIO", "CoreAudio", "OSS",
+                                            "ALSA",        "JACK", "",     "alsa"};
+    static constexpr PaHostApiTypeId ids[] = {paDirectSound, paMME,         paASIO,
+                                              paCoreAudio,   paOSS,         paALSA,
+                                              paJACK,        paDirectSound, paDirectSound};
     fake.apis.clear();
-    for (const auto& [name, id] : names) fake.addApi(id, name, paNoDevice, id);
-    for (const auto& [name, id] : names) {
-        device.setAudioApi(name);
-        EXPECT_TRUE(device.open()) << name;
-        EXPECT_EQ(takeCalls()[2], "OpenStream null, " + std::to_string(id) + "x2, 44100, 0, 0");
+    for (const PaHostApiTypeId id : ids) fake.addApi(id, "", paNoDevice, id);
+    for (std::size_t i = 0; i < std::size(names); ++i) {
+        device.setAudioApi(names[i]);
+        EXPECT_TRUE(device.open()) << names[i];
+        EXPECT_EQ(takeCalls()[2], "OpenStream null, " + std::to_string(ids[i]) + "x2, 44100, 0, 0");
         device.close();
         takeCalls();
     }
