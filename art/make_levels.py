@@ -1,7 +1,8 @@
 #!/usr/bin/python3
 # SPDX-License-Identifier: Zlib
 """Makes data/levels/*.png from the descriptions art/levels/*.txt, and, beside a description that
-names zones, art/levels/*.zones, their list for tools: lines `region|goal NAME X-X Y-Y`.
+names zones, art/levels/*.zones, their list for tools: lines `region|goal NAME X-X Y-Y` and
+`want MEASURE LEAST-MOST`.
 
 A level is a picture, one pixel a tile (8-bit RGB, red = green = blue = tile code). A description
 is a list of verbs, one a line, '#' starts a comment. The grid begins as rock; each verb changes it,
@@ -16,6 +17,7 @@ later lines win. Ranges are inclusive: `24-96` are the columns 24 to 96. Row 0 i
                                 the code LOOK, rock further away the code DEEP (both hexadecimal)
   zone NAME X-X Y-Y             a rectangle of the part of the level that is called NAME
   goal NAME X-X Y-Y             one of the places where the goal may be reached
+  want MEASURE LEAST-MOST       what tarnwick-levelcheck expects of the level: see its manual page
   carve X-X Y-Y                 open space
   fill X-X Y-Y [CODE]           rock; with a code its look is fixed
   flame X-X Y-Y                 flames
@@ -60,7 +62,9 @@ pipeWidth = 3        # width of a hanging column
 rimCode, webCode = 0x00, 0x80  # looks of a wheel: its teeth and spokes, and what lies between
 
 zonesHead = """# SPDX-License-Identifier: Zlib
-# Made by make_levels.py. Columns, rows, inclusive; several lines of one name are one zone."""
+# Made by make_levels.py. Columns, rows, inclusive; several lines of one name are one zone. What is
+# wanted: seconds of the fastest path, regions it visits, percent of open cells reached, percent of
+# all cells that are open, percent of random players who win."""
 
 
 def span(text):
@@ -140,6 +144,9 @@ class Level:
 
     def goal(self, name, columns, rows):
         self.zones.append(f"goal {name} {columns} {rows}")
+
+    def want(self, measure, bounds):
+        self.zones.append(f"want {measure} {bounds}")
 
     def carve(self, columns, rows):
         self.put(span(columns), span(rows), emptyCode)
@@ -284,7 +291,7 @@ class Level:
 
 verbs = {verb.__name__: verb for verb in (
     Level.size, Level.start, Level.scene, Level.keep, Level.region, Level.zone, Level.goal,
-    Level.carve, Level.fill, Level.flame, Level.sign, Level.cave, Level.ground, Level.vault,
+    Level.want, Level.carve, Level.fill, Level.flame, Level.sign, Level.cave, Level.ground, Level.vault,
     Level.hollow, Level.disc, Level.wheel, Level.hand, Level.drip, Level.mound, Level.pipes,
     Level.island, Level.stair)}
 

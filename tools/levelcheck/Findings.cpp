@@ -4,39 +4,53 @@
 #include <cstdio>
 #include <ostream>
 
+static constexpr std::size_t namedPlaces = 8;
+
 std::string decimals(double number, int digits) {
     char text[64];
     std::snprintf(text, sizeof text, "%.*f", digits, number);
     return text;
 }
 
-void Findings::addPlaces(const Zones& zones, const Places& places, bool wrong,
+void Places::add(int column, int row) {
+    const auto [square, isNew] = squares.insert({{row / side, column / side}, places.size()});
+    if (isNew) places.push_back({column, row, 0});
+    ++places[square->second].count;
+}
+
+bool Places::hasNear(int column, int row) const {
+    return squares.count({row / side, column / side}) > 0;
+}
+
+void Findings::measure(const Zones& zones, const std::string& name, double value,
+                       const std::string& text) {
+    const Zones::Range* wanted = zones.wanted(name);
+    if (!wanted) return add(Kind::note, text);
+    require(value >= wanted->least && value <= wanted->most,
+            text + " (expected " + decimals(wanted->least, 1) + " to " + decimals(wanted->most, 1) +
+                ")");
+}
+
+void Findings::addPlaces(Kind kind, const Zones& zones, const Places& places,
                          const std::string& what) {
     std::size_t rest = 0;
     for (std::size_t i = 0; i < places.all().size(); ++i) {
-        const Places::Place& place = places.all()[i];
-        if (i >= namedPlaces) {
-            rest += place.count;
-            continue;
+        const auto& [column, row, count] = places.all()[i];
+        if (i < namedPlaces) {
+            add(kind, what + zones.describe(column, row) + ": " + std::to_string(count));
+        } else {
+            rest += count;
         }
-        add(wrong,
-            what + zones.describe(place.column, place.row) + ": " + std::to_string(place.count));
     }
-    if (rest > 0) add(wrong, what + "other places: " + std::to_string(rest));
+    if (rest > 0) add(kind, what + "other places: " + std::to_string(rest));
 }
 
-void Findings::require(bool holds, const std::string& text) {
-    (holds ? passed : errors).push_back(text);
-}
-
-static void printAll(std::ostream& target, const char* kind, const std::vector<std::string>& all) {
-    for (const std::string& text : all) target << kind << text << "\n";
-}
-
-void Findings::print(std::ostream& target) const {
-    printAll(target, "good:  ", passed);
-    printAll(target, "error: ", errors);
-    printAll(target, "note:  ", notes);
-    target << errors.size() << (errors.size() == 1 ? " error, " : " errors, ") << notes.size()
-           << (notes.size() == 1 ? " note\n" : " notes\n");
+void Findings::print(std::ostream& target) {
+    for (const auto& [kind, name] :
+         {std::pair(Kind::good, "good:  "), {Kind::error, "error: "}, {Kind::note, "note:  "}}) {
+        for (const std::string& text : texts[kind]) target << name << text << "\n";
+    }
+    const std::size_t errors = texts[Kind::error].size(), notes = texts[Kind::note].size();
+    target << errors << (errors == 1 ? " error, " : " errors, ") << notes
+           << (notes == 1 ? " note\n" : " notes\n");
 }

@@ -1,37 +1,66 @@
 // SPDX-License-Identifier: Zlib
 #pragma once
 
+#include <cstddef>
 #include <iosfwd>
+#include <map>
 #include <string>
+#include <utility>
 #include <vector>
 
-#include "tools/levelcheck/Places.h"
 #include "tools/levelcheck/Zones.h"
 
-// A number with so many digits behind the point.
+// A number with this many decimal digits.
 std::string decimals(double number, int digits);
 
-// What the checks have to say, in the order in which they say it; printed errors first.
-class Findings {
+// Cells, grouped into few places that a person can look at: the cells of one square of 16 by 16
+// tiles make a place, named by the first of them.
+class Places {
 public:
-    void error(const std::string& text) { errors.push_back(text); }
-    void note(const std::string& text) { notes.push_back(text); }
+    struct Place {
+        int column = 0;
+        int row = 0;
+        std::size_t count = 0;
+    };
 
-    void add(bool wrong, const std::string& text) { (wrong ? errors : notes).push_back(text); }
+    void add(int column, int row);
+    bool hasNear(int column, int row) const; // a place in the same square
+    bool isEmpty() const { return places.empty(); }
 
-    // A line for each place, but not too many; `what` is the text before it.
-    void addPlaces(const Zones& zones, const Places& places, bool wrong, const std::string& what);
-    static constexpr std::size_t namedPlaces = 8;
-
-    // A requirement; one that fails is an error.
-    void require(bool holds, const std::string& text);
-
-    void print(std::ostream& target) const;
-
-    bool hasErrors() const { return !errors.empty(); }
+    // In the order of their first cells.
+    const std::vector<Place>& all() const { return places; }
 
 private:
-    std::vector<std::string> passed;
-    std::vector<std::string> errors;
-    std::vector<std::string> notes;
+    static constexpr int side = 16; // tiles
+
+    std::vector<Place> places;
+    std::map<std::pair<int, int>, std::size_t> squares; // to the place of each
+};
+
+// The results of the checks in the order in which they come. Errors make the exit status 1.
+class Findings {
+public:
+    enum class Kind { good, error, note };
+
+    void add(Kind kind, const std::string& text) { texts[kind].push_back(text); }
+    void error(const std::string& text) { add(Kind::error, text); }
+
+    // A property that has to hold; otherwise its text is an error.
+    void require(bool holds, const std::string& text) {
+        add(holds ? Kind::good : Kind::error, text);
+    }
+
+    // A measurement: a note, or required if the zones file asks for a range of it.
+    void measure(const Zones& zones, const std::string& name, double value,
+                 const std::string& text);
+
+    // A line for each of the first places and one for the rest; `what` is the text before a place.
+    void addPlaces(Kind kind, const Zones& zones, const Places& places, const std::string& what);
+
+    void print(std::ostream& target);
+
+    bool hasErrors() { return !texts[Kind::error].empty(); }
+
+private:
+    std::map<Kind, std::vector<std::string>> texts;
 };

@@ -2,90 +2,86 @@
 #include "tools/levelcheck/GoalPlaces.h"
 
 #include <algorithm>
-#include <tuple>
 
-static constexpr int patience = 32; // frames in which a late press may still reach the goal
+static constexpr int lateFrames = 32; // in which a late press may still reach the goal
 
-static bool isFaster(const GoalPlaces::Way& one, const GoalPlaces::Way& other) {
-    return std::tie(one.frames, one.changes) < std::tie(other.frames, other.changes);
+static bool isFaster(const Search::Goal& one, const Search::Goal& other) {
+    return one.frames < other.frames;
 }
 
-void GoalPlaces::goalReached(const Search& search, std::uint32_t state, Stretch stretch, int frame,
-                             WorldPoint place) {
-    const int column = cellOf(place.x), row = cellOf(place.y);
-    const std::size_t frames = search.framesBehind() + static_cast<std::size_t>(frame) + 1;
-    const Way way{state, stretch, frame, column, row, frames, search.getStates()[state].changes};
-    const Zone* goal = zones.goalAt(column, row);
-    if (goal || zones.isEmpty()) {
-        const std::string name = goal ? goal->name : "";
-        const auto known = ways.find(name);
-        if (known != ways.end() && !isFaster(way, known->second)) return;
-        if (!isLuck(search, way)) ways[name] = way;
+void GoalPlaces::add(const Search& search, const Search::Goal& goal) {
+    const Zone* zone = zones.goalAt(goal.column, goal.row);
+    if (zone || !zones.hasGoals()) {
+        const auto known = goals.find(zone ? zone->name : "");
+        if (known != goals.end() && !isFaster(goal, known->second)) return;
+        if (!isFluke(search, goal)) goals[zone ? zone->name : ""] = goal;
         return;
     }
-    const Cell cell{row, column};
+    const std::pair cell(goal.row, goal.column);
     if (outside.count(cell) > 0) return;
-    if (isLuck(search, way)) {
-        lucky.insert(cell);
+    if (isFluke(search, goal)) {
+        flukes.insert({cell, goal});
+        if (!firstFluke || isFaster(goal, *firstFluke)) firstFluke = goal;
     } else {
-        outside[cell] = way;
+        flukes.erase(cell);
+        outside[cell] = goal;
     }
 }
 
-bool GoalPlaces::arrived(const Search& search, std::uint32_t /*state*/) {
-    if (!stopping) return false;
-    const Way* way = fastest(wanted);
-    return way && search.framesBehind() >= way->frames;
-}
-
-const GoalPlaces::Way* GoalPlaces::fastest(const std::string& name) const {
-    const Way* best = nullptr;
-    for (const auto& [zone, way] : ways) {
-        if (!name.empty() && zone != name) continue;
-        if (!best || isFaster(way, *best)) best = &way;
+const Search::Goal* GoalPlaces::fastest(const std::string& name) const {
+    const Search::Goal* best = nullptr;
+    for (const auto& [zone, goal] : goals) {
+        if ((name.empty() || zone == name) && (!best || isFaster(goal, *best))) best = &goal;
     }
     return best;
 }
 
-Places GoalPlaces::getLucky() const {
+Places GoalPlaces::placesOf(const Cells& cells) {
+    std::vector<Search::Goal> goals;
+    for (const auto& [cell, goal] : cells) goals.push_back(goal);
+    std::stable_sort(goals.begin(), goals.end(), isFaster);
     Places places;
-    for (const Cell& cell : lucky) {
-        if (outside.count(cell) == 0) places.add(cell.second, cell.first);
-    }
+    for (const Search::Goal& goal : goals) places.add(goal.column, goal.row);
     return places;
 }
 
-// Goes back to the last press, and one stretch further.
-bool GoalPlaces::isLuck(const Search& search, const Way& way) const {
-    const StateSet& states = search.getStates();
-    Inputs backward(patience, Input{way.stretch.direction});
-    for (int i = way.frame; i >= 0; --i) {
-        backward.push_back({way.stretch.direction, way.stretch.press == i});
-    }
-    std::uint32_t state = way.state;
-    bool pressed = way.stretch.press != Stretch::noPress;
-    for (bool enough = false; !enough && state != 0; state = states[state].parent) {
-        enough = pressed;
-        for (int i = Stretch::frames; i-- > 0;) {
-            backward.push_back({states[state].direction, states[state].press == i});
-        }
-        pressed = pressed || states[state].press != Stretch::noPress;
-    }
-    Inputs inputs(backward.rbegin(), backward.rend());
+bool GoalPlaces::isFluke(const Search& search, const Search::Goal& goal) const {
+    Inputs inputs = search.inputsTo(goal);
     const auto last = std::find_if(inputs.rbegin(), inputs.rend(),
                                    [](const Input& input) { return input.press; });
     if (last == inputs.rend()) return false;
     const auto press = static_cast<std::size_t>(inputs.rend() - last) - 1;
-    const auto reaches = [&](std::size_t moved) {
+    inputs[press].press = false;
+    inputs.resize(inputs.size() + lateFrames, {goal.segment.direction});
+    const auto reachesWithPressAt = [&](std::size_t frame) {
         Inputs tried = inputs;
-        tried[press].press = false;
-        tried[moved].press = true;
-        Player player = states[state].player();
-        for (const Input input : tried) {
-            step(player, input, map);
-            if (player.kickSpeed() >= goalSpeed) return true;
-        }
-        return false;
+        tried[frame].press = true;
+        return Run(map, tried).goal;
     };
-    return !(press > 0 && reaches(press - 1)) && !reaches(press + 1);
+    return !(press > 0 && reachesWithPressAt(press - 1)) && !reachesWithPressAt(press + 1);
+}
+
+Inputs pathThrough(const LevelMap& map, const Zones& zones, const std::vector<const Zone*>& through,
+                   const std::string& goal, std::uint32_t mostStates, Findings& findings) {
+    Inputs inputs = Search::firstInputs();
+    for (const Zone* zone : through) {
+        Search search(map, inputs, mostStates);
+        std::uint32_t last = 0;
+        const auto isThere = [&](std::uint32_t index) {
+            const RunnerState& state = search.getStates()[last = index];
+            return zone->contains(state.column(), state.row());
+        };
+        if (search.run([](const Search::Goal&) {}, isThere) != Search::End::found) {
+            findings.error("no path to " + zone->name + " was found");
+            return {};
+        }
+        inputs = search.inputsTo(last);
+    }
+    Search search(map, inputs, mostStates);
+    GoalPlaces places(map, zones);
+    search.run([&](const Search::Goal& reached) { places.add(search, reached); },
+               [&](std::uint32_t) { return places.fastest(goal) != nullptr; });
+    if (const Search::Goal* reached = places.fastest(goal)) return search.inputsTo(*reached);
+    findings.error("no path from there to the goal was found");
+    return {};
 }

@@ -1,59 +1,50 @@
 // SPDX-License-Identifier: Zlib
 #pragma once
 
-#include <cstdint>
 #include <map>
-#include <set>
+#include <optional>
 #include <string>
 #include <utility>
 
-#include "tools/levelcheck/Places.h"
+#include "tools/levelcheck/Findings.h"
 #include "tools/levelcheck/Search.h"
-#include "tools/levelcheck/Zones.h"
 
-// Where a search reaches the goal, and the fastest ways there, for each goal zone one. A goal that
-// hangs on a single frame, its last press not a frame earlier nor later, is luck and no way.
-class GoalPlaces : public Search::Listener {
+// Where a search reaches the goal, and the fastest path there for each goal zone. A goal is a fluke
+// if it hangs on a single frame: with its last press one frame earlier or later it is missed.
+class GoalPlaces {
 public:
-    // A way that reached the goal.
-    struct Way {
-        std::uint32_t state = 0;
-        Stretch stretch;
-        int frame = 0; // of the stretch
-        int column = 0;
-        int row = 0;
-        std::size_t frames = 0;    // of the whole play, the goal's included
-        std::uint16_t changes = 0; // up to the state
-    };
-    using Cell = std::pair<int, int>; // row, column: so that maps of them are in reading order
-
     GoalPlaces(const LevelMap& level, const Zones& itsZones) : map(level), zones(itsZones) {}
 
-    // Ends the search at the first goal in a zone of this name, "" for any.
-    void stopAtGoal(const std::string& name) {
-        stopping = true;
-        wanted = name;
-    }
+    // To be called for every goal of a search.
+    void add(const Search& search, const Search::Goal& goal);
 
-    void goalReached(const Search& search, std::uint32_t state, Stretch stretch, int frame,
-                     WorldPoint place) override;
-    bool arrived(const Search& search, std::uint32_t state) override;
+    // The fastest goal in the goal zone of that name, "" for any; null: none was found.
+    const Search::Goal* fastest(const std::string& name) const;
 
-    // The fastest way to the goal, in the zone of that name or, "", in any; null: there is none.
-    const Way* fastest(const std::string& name) const;
+    // The earliest fluke outside the goal zones.
+    const std::optional<Search::Goal>& earliestFluke() const { return firstFluke; }
 
-    // Goals outside the goal zones that are no luck, and the cells that have nothing but luck.
-    const std::map<Cell, Way>& getOutside() const { return outside; }
-    Places getLucky() const;
+    // Cells outside the goal zones with a goal that is no fluke, and those with flukes alone, the
+    // earliest first.
+    Places getOutside() const { return placesOf(outside); }
+    Places getFlukes() const { return placesOf(flukes); }
 
 private:
-    bool isLuck(const Search& search, const Way& way) const;
+    using Cells = std::map<std::pair<int, int>, Search::Goal>; // by row and column
+
+    bool isFluke(const Search& search, const Search::Goal& goal) const;
+    static Places placesOf(const Cells& cells);
 
     const LevelMap& map;
     const Zones& zones;
-    std::map<std::string, Way> ways; // by zone; without zones all under ""
-    std::map<Cell, Way> outside;
-    std::set<Cell> lucky;
-    bool stopping = false;
-    std::string wanted;
+    std::map<std::string, Search::Goal> goals; // by goal zone; without goal zones all under ""
+    Cells outside;
+    Cells flukes;
+    std::optional<Search::Goal> firstFluke;
 };
+
+// Inputs that lead through these zones in their order to a goal zone, "" for any. Each zone is
+// searched for from the exact end of the path to the one before, with at most this many states. If
+// one or the goal is not reached, adds an error and returns nothing.
+Inputs pathThrough(const LevelMap& map, const Zones& zones, const std::vector<const Zone*>& through,
+                   const std::string& goal, std::uint32_t mostStates, Findings& findings);

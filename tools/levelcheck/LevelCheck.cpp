@@ -2,161 +2,236 @@
 #include "tools/levelcheck/LevelCheck.h"
 
 #include <algorithm>
+#include <cstdlib>
+#include <random>
 #include <set>
 
-#include "tools/levelcheck/BotWay.h"
-#include "tools/levelcheck/Floors.h"
-#include "tools/levelcheck/PictureChecks.h"
-#include "tools/levelcheck/Places.h"
-#include "tools/levelcheck/RandomPlayers.h"
-#include "tools/levelcheck/ReachChecks.h"
-#include "tools/levelcheck/Traps.h"
+#include "tools/levelcheck/DeadEnds.h"
 
-static constexpr double framesPerSecond = 66;
-static constexpr double shortestPlay = 40; // seconds of the bot's
-static constexpr double longestPlay = 120;
-static constexpr std::size_t fewestRegions = 5;
-static constexpr double mostWinners = 0.005; // of the random players
+static constexpr std::uint32_t mostStates = 40'000'000; // less than 4 GiB
+static constexpr int border = 12;                       // tiles that hide what lies outside
+static constexpr int safeBorder = 3;                    // tiles that no flight passes
 
-static std::string seconds(std::size_t frames) {
-    return decimals(static_cast<double>(frames) / framesPerSecond, 1) + " s";
+// Of the random players.
+static constexpr unsigned randomPlayers = 2000;
+static constexpr int winSeconds = 40;
+static constexpr int playFrames = framesIn(600);
+static constexpr int stuckFrames = framesIn(60); // in one place
+static constexpr int longestKeys = 40;           // frames until other keys are held
+static constexpr int pressChance = 10; // frames from press to press beyond the gap, on average
+
+// Of a scene, in frames.
+static constexpr int earliestLanding = 60;
+static constexpr int latestLanding = 120;
+static constexpr int sceneFrames = 600; // the last text comes in frame 300
+static constexpr int restFrames = 60;   // from the landing until the runner is at rest
+
+static std::string secondsText(std::size_t frames) {
+    return decimals(secondsOf(frames), 1) + " s";
 }
 
-LevelCheck::LevelCheck(const LoadedImage& level, const Zones& itsZones, Findings& itsFindings,
+LevelCheck::LevelCheck(const LevelMap& level, const Zones& itsZones, Findings& itsFindings,
                        std::ostream& target)
-    : picture(level), zones(itsZones), findings(itsFindings), out(target), map(level),
-      search(map, BotWay::firstInputs(), mostStates), goals(map, zones) {}
+    : map(level), zones(itsZones), findings(itsFindings), out(target),
+      search(map, Search::firstInputs(), mostStates), goals(map, zones) {}
 
 void LevelCheck::run() {
-    PictureChecks pictureChecks(picture, map, Run::start, findings);
-    pictureChecks.checkPixels();
-    if (!pictureChecks.checkStart()) return;
-    pictureChecks.checkGround();
     explore();
-    const ReachChecks reachChecks(map, search, zones, findings);
-    reachChecks.checkBorder();
-    reachChecks.checkReach();
+    checkCells();
     checkGoals();
     checkFastest();
-    if (isWhole) checkTraps();
+    if (isWhole) checkDeadEnds();
     checkRandomPlayers();
 }
 
 void LevelCheck::explore() {
-    const Search::End end = search.run(goals);
-    out << "Searched with hands that change the direction in every " << shortestHold
-        << "th frame only, never hold two, and press Action " << pressGap
-        << " frames apart or more.\n"
-        << search.getStates().size() << " states are told apart, by " << RunnerState::resolution()
-        << ".\n";
-    isWhole = end == Search::End::exhausted;
+    isWhole = search.run([&](const Search::Goal& goal) { goals.add(search, goal); },
+                         [](std::uint32_t) { return false; }) == Search::End::exhausted;
+    out << "Found " << search.getStates().size() << " states of the runner.\n";
     if (!isWhole) {
-        findings.error(
-            "the level is too large to be searched to its end: what the search did not "
-            "find (ways, goals, cells out of reach) is not proven, and traps were not looked for");
+        findings.error("the level is too large to be searched completely: paths, goals and "
+                       "reachable cells may be missing, and dead ends were not looked for");
     }
+}
+
+// How near the runner comes to the edge of the picture, and how much of the open space he reaches.
+void LevelCheck::checkCells() {
+    Places visible, near, flames, missed;
+    double open = 0, passed = 0;
+    const int width = static_cast<int>(map.getWidth()), height = static_cast<int>(map.getHeight());
+    for (int row = 0; row < height; ++row) {
+        for (int column = 0; column < width; ++column) {
+            const int toEdge = std::min({column, row, width - 1 - column, height - 1 - row});
+            const bool isPassed = search.isPassed(column, row);
+            if (isPassed && toEdge < border)
+                (toEdge < safeBorder ? near : visible).add(column, row);
+            const std::uint8_t code = map.at(column, row);
+            if (code == LevelMap::flame && toEdge < border) flames.add(column, row);
+            if (code != LevelMap::empty) continue;
+            open += 1;
+            passed += isPassed ? 1 : 0;
+            if (!isPassed) missed.add(column, row);
+        }
+    }
+    if (search.isOutsidePassed()) findings.error("the runner can leave the picture");
+    addPlaces(Findings::Kind::error, near,
+              "the runner comes within " + std::to_string(safeBorder) + " tiles of the edge near ");
+    addPlaces(Findings::Kind::note, visible,
+              "the runner comes within " + std::to_string(border) +
+                  " tiles of the edge, so that the outside may be visible, near ");
+    addPlaces(Findings::Kind::error, flames,
+              "flames in the border, which can throw the runner through it, near ");
+    const double openShare = 100 * open / (double{1} * width * height),
+                 reached = 100 * passed / open;
+    findings.measure(zones, "open", openShare, decimals(openShare, 1) + " % of all cells are open");
+    findings.measure(zones, "reached", reached,
+                     decimals(reached, 2) + " % of " + decimals(open, 0) +
+                         " open cells can be reached");
+    addPlaces(Findings::Kind::note, missed, "open cells out of reach near ");
 }
 
 void LevelCheck::checkGoals() {
-    Places places;
-    for (const auto& [cell, way] : goals.getOutside()) {
-        places.add(cell.second, cell.first);
+    const Places outside = goals.getOutside();
+    addPlaces(Findings::Kind::error, outside,
+              "cells outside the goal zones where the goal can be reached near ");
+    if (zones.hasGoals() && outside.isEmpty()) {
+        findings.require(true, "except by a fluke the goal is reached only in the goal zones");
     }
-    findings.addPlaces(zones, places, true,
-                       "cells outside the goal zones in which the goal can be reached near ");
-    if (!zones.isEmpty() && places.all().empty()) {
-        findings.require(true, "the goal is reached in the goal zones alone");
+    addPlaces(Findings::Kind::note, goals.getFlukes(),
+              "cells outside the goal zones where only a fluke, a press in one single frame, "
+              "reaches the goal near ");
+    if (const auto& fluke = goals.earliestFluke()) {
+        findings.add(Findings::Kind::note, "the earliest fluke takes " +
+                                               secondsText(fluke->frames) + ", to " +
+                                               zones.describe(fluke->column, fluke->row));
     }
-    findings.addPlaces(
-        zones, goals.getLucky(), false,
-        "cells outside the goal zones in which one single frame gives the goal near ");
 }
 
 void LevelCheck::checkFastest() {
-    const GoalPlaces::Way* fastest = goals.fastest("");
-    if (!fastest) {
-        findings.error("no way to the goal was found");
-        return;
-    }
-    const Run run(map, runTo(""));
-    const WorldPoint end = run.getPath().back();
-    const double time = static_cast<double>(run.getLength() + 1) / framesPerSecond;
-    out << "The bot reaches the goal in frame " << run.getLength() << " of the play, after "
-        << seconds(run.getLength() + 1) << ", in " << zones.describe(cellOf(end.x), cellOf(end.y))
-        << ".\n";
-    findings.require(time >= shortestPlay && time <= longestPlay,
-                     "the fastest way takes " + decimals(time, 1) + " s (" +
-                         decimals(shortestPlay, 0) + " to " + decimals(longestPlay, 0) +
-                         " s wanted)");
-    checkGoalZones();
-    if (!zones.isEmpty()) checkRegions(run);
-}
-
-void LevelCheck::checkGoalZones() {
+    const Search::Goal* fastest = goals.fastest("");
+    if (!fastest) return findings.error("no path to the goal was found");
+    out << "The fastest path reaches the goal in frame " << fastest->frames - 1
+        << " of the play, after " << secondsText(fastest->frames) << ", in "
+        << zones.describe(fastest->column, fastest->row) << ".\n";
     for (const Zone& zone : zones.all()) {
         if (!zone.goal) continue;
-        const GoalPlaces::Way* way = goals.fastest(zone.name);
+        const Search::Goal* goal = goals.fastest(zone.name);
         out << "  goal " << zone.name << ": "
-            << (way ? seconds(way->frames) : std::string("no way found")) << "\n";
-        if (!way) findings.error("no way to the goal in " + zone.name);
+            << (goal ? secondsText(goal->frames) : std::string("no path found")) << "\n";
+        if (!goal) findings.error("no path to the goal in " + zone.name + " was found");
     }
+    findings.measure(zones, "seconds", secondsOf(fastest->frames),
+                     "the fastest path takes " + secondsText(fastest->frames));
+    checkRegions();
 }
 
-void LevelCheck::checkRegions(const Run& run) {
+void LevelCheck::checkRegions() {
+    if (zones.all().empty()) return;
     std::set<std::string> names;
-    std::string last;
-    out << "Its way:";
-    for (const WorldPoint place : run.getPath()) {
+    std::string last, list;
+    const Run run(map, runTo(""));
+    for (const WorldPoint place : run.path) {
         const Zone* region = zones.regionAt(cellOf(place.x), cellOf(place.y));
         if (!region || region->name == last) continue;
         last = region->name;
         names.insert(last);
-        out << " " << last;
+        list += " " + last;
     }
-    out << "\n";
-    findings.require(names.size() >= fewestRegions,
-                     "the fastest way passes " + std::to_string(names.size()) + " regions (" +
-                         std::to_string(fewestRegions) + " or more wanted)");
+    if (!names.empty()) out << "Its regions:" << list << "\n";
+    findings.measure(zones, "regions", static_cast<double>(names.size()),
+                     "the fastest path visits " + std::to_string(names.size()) + " regions");
 }
 
-void LevelCheck::checkTraps() {
-    const Traps traps(search);
-    const std::vector<Places::Place>& ends = traps.getEnds().all();
-    for (std::size_t i = 0; i < std::min(ends.size(), Findings::namedPlaces); ++i) {
-        const RunnerState& entrance = traps.getEntrances()[i];
-        findings.error("the runner gets in and not out again near " +
-                       zones.describe(ends[i].column, ends[i].row) + "; the way in begins in " +
+void LevelCheck::checkDeadEnds() {
+    const DeadEnds ends(map, search);
+    const std::vector<Places::Place>& traps = ends.getTraps().all();
+    for (std::size_t i = 0; i < traps.size(); ++i) {
+        const RunnerState& entrance = ends.getEntrances()[i];
+        findings.error("the runner can get stuck near " +
+                       zones.describe(traps[i].column, traps[i].row) + "; the path in begins in " +
                        placeText(entrance.column(), entrance.row()));
     }
-    if (ends.size() > Findings::namedPlaces) {
-        findings.error("and so near " + std::to_string(ends.size() - Findings::namedPlaces) +
-                       " other places");
-    }
-    if (traps.count() > 0) {
-        findings.note(std::to_string(traps.count()) + " states lead neither to a goal nor back");
-    }
-    const Floors floors(map, search);
-    findings.addPlaces(zones, floors.getTraps(), true, "floors from which no way leads on near ");
-    findings.addPlaces(zones, floors.getUnsure(), false,
-                       "floors from which no way on was found near ");
-    if (ends.empty() && floors.getTraps().all().empty()) {
-        findings.require(true, "every state, and every one of " + std::to_string(floors.size()) +
+    addPlaces(Findings::Kind::error, ends.getFloors(),
+              "floors from which no path on was found near ");
+    if (traps.empty() && ends.getFloors().isEmpty()) {
+        findings.require(true, "every state, and every one of " +
+                                   std::to_string(ends.floorCount()) +
                                    " floors, leads on to a goal or back to the start");
     }
 }
 
-void LevelCheck::checkRandomPlayers() {
-    const RandomPlayers players(map);
-    const double winners = static_cast<double>(players.getWinners()) / RandomPlayers::count;
-    findings.require(winners < mostWinners,
-                     decimals(100 * winners, 2) + " % of " + std::to_string(RandomPlayers::count) +
-                         " random players reach the goal within 40 s (less than " +
-                         decimals(100 * mostWinners, 1) + " % wanted)");
-    findings.addPlaces(zones, players.getStuck(), true, "random players are stuck near ");
+// A simulated player pressing random keys, the same every time: whether he wins soon. Adds where he
+// gets stuck.
+static bool winsRandomly(const LevelMap& map, unsigned seed, Places& stuck) {
+    std::mt19937 generator(seed);
+    const auto random = [&](int end) { // 0 to end - 1
+        return static_cast<int>(generator() % static_cast<unsigned>(end));
+    };
+    Player player(playStart);
+    HeldKeys held;
+    int keys = 0; // frames for which they are still held
+    int wait = 0, still = 0;
+    int column = 0, row = 0; // the cell near which the runner has been for `still` frames
+    for (int frame = 0; frame < playFrames && still < stuckFrames; ++frame, ++still) {
+        if (keys-- == 0) {
+            keys = shortestHold - 1 + random(longestKeys - shortestHold + 1);
+            const int set = random(4);
+            held.left = (set & 1) != 0;
+            held.right = (set & 2) != 0;
+        }
+        if (--wait <= 0 && random(pressChance) == 0) {
+            player.requestKick();
+            wait = pressGap;
+        }
+        player.update(held, map);
+        if (player.kickSpeed() >= goalSpeed) return frame < framesIn(winSeconds);
+        const int x = cellOf(player.position().x), y = cellOf(player.position().y);
+        if (std::abs(x - column) <= 1 && std::abs(y - row) <= 1) continue;
+        column = x;
+        row = y;
+        still = 0;
+    }
+    if (still >= stuckFrames) stuck.add(column, row);
+    return false;
 }
 
-Inputs LevelCheck::runTo(const std::string& goal) const {
-    const GoalPlaces::Way* way = goals.fastest(goal);
-    if (!way) return {};
-    return calmed(map, search.inputsTo(way->state, way->stretch, way->frame));
+void LevelCheck::checkRandomPlayers() {
+    Places stuck;
+    double winners = 0; // percent
+    for (unsigned seed = 1; seed <= randomPlayers; ++seed) {
+        if (winsRandomly(map, seed, stuck)) winners += 100.0 / randomPlayers;
+    }
+    findings.measure(zones, "winners", winners,
+                     decimals(winners, 2) + " % of " + std::to_string(randomPlayers) +
+                         " random players reach the goal within " + std::to_string(winSeconds) +
+                         " s");
+    addPlaces(Findings::Kind::error, stuck, "random players get stuck near ");
+}
+
+Inputs LevelCheck::runTo(const std::string& name) const {
+    const Search::Goal* goal = goals.fastest(name);
+    return goal ? simplified(map, search.inputsTo(*goal)) : Inputs();
+}
+
+void checkScene(const LevelMap& map, Findings& findings) {
+    Player player(epilogueStart);
+    int landing = 0, lastMotion = 0;
+    for (int frame = 1; frame <= sceneFrames; ++frame) {
+        const WorldPoint before = player.position();
+        player.update(HeldKeys(), map);
+        const WorldPoint after = player.position();
+        if (before.x != after.x || before.y != after.y || player.isAirborne()) lastMotion = frame;
+        if (landing == 0 && !player.isAirborne()) landing = frame;
+    }
+    findings.require(landing >= earliestLanding && landing <= latestLanding,
+                     landing == 0 ? "the runner never lands"
+                                  : "the runner lands in frame " + std::to_string(landing) +
+                                        " (expected " + std::to_string(earliestLanding) + "-" +
+                                        std::to_string(latestLanding) + ")");
+    const WorldPoint end = player.position();
+    findings.require(lastMotion <= landing + restFrames,
+                     lastMotion == sceneFrames
+                         ? "the runner never comes to rest"
+                         : "the runner is at rest from frame " + std::to_string(lastMotion + 1) +
+                               " on, in " + placeText(cellOf(end.x), cellOf(end.y)));
 }

@@ -2,46 +2,47 @@
 #pragma once
 
 #include <ostream>
+#include <string>
 
 #include "drawing/LoadedImage.h"
 #include "tools/levelcheck/Findings.h"
 #include "tools/levelcheck/GoalPlaces.h"
-#include "tools/levelcheck/Run.h"
 #include "tools/levelcheck/Search.h"
-#include "tools/levelcheck/Zones.h"
 
-// All checks of a level that is played, one behind the other, and the bot's run, which they find.
+// All checks of a level that is played, one after the other, and the fastest run that they find.
 class LevelCheck {
 public:
     // Prints what it measures to `target` at once; what is wrong goes to the findings.
-    LevelCheck(const LoadedImage& level, const Zones& itsZones, Findings& itsFindings,
+    LevelCheck(const LevelMap& level, const Zones& itsZones, Findings& itsFindings,
                std::ostream& target);
 
+    // All of them, for a level whose start is empty.
     void run();
 
-    // The fastest run to the goal zone of that name, "" for any; empty: there is none.
+    // The fastest run to the goal zone of that name, "" for any; empty if none was found.
     Inputs runTo(const std::string& goal) const;
-
-    const LevelMap& getMap() const { return map; }
-
-    // The memory of a search stays below 4 GiB with so many states.
-    static constexpr std::uint32_t mostStates = 40'000'000;
 
 private:
     void explore();
+    void checkCells();
     void checkGoals();
     void checkFastest();
-    void checkGoalZones();
-    void checkRegions(const Run& run);
-    void checkTraps();
+    void checkRegions();
+    void checkDeadEnds();
     void checkRandomPlayers();
+    void addPlaces(Findings::Kind kind, const Places& places, const std::string& what) {
+        findings.addPlaces(kind, zones, places, what);
+    }
 
-    const LoadedImage& picture;
+    const LevelMap& map;
     const Zones& zones;
     Findings& findings;
     std::ostream& out;
-    LevelMap map;
     Search search;
     GoalPlaces goals;
     bool isWhole = false; // the search went to its end
 };
+
+// Checks the scene after the play, in which nobody steers and whose start is empty: the runner
+// lands in time, after the vortex and before the text, and then stays at rest.
+void checkScene(const LevelMap& map, Findings& findings);

@@ -1,27 +1,19 @@
 // SPDX-License-Identifier: Zlib
 #pragma once
 
-#include <stdexcept>
 #include <string>
 
 #include "drawing/LoadedImage.h"
+#include "game/LevelMap.h"
+#include "game/WorldPoint.h"
+#include "tools/levelcheck/Findings.h"
 
-// The picture of a level, read as the game reads it.
-class LevelFile {
-public:
-    // It is no picture at all; what() says why.
-    struct Unreadable : std::runtime_error {
-        using runtime_error::runtime_error;
-    };
+// Reads the picture of a level as the game does. If the game cannot use it, or it is too large to
+// be checked, the pixels are null and an error is added. Throws std::runtime_error if it is not a
+// PNG picture at all.
+LoadedImage loadLevel(const std::string& path, Findings& findings);
 
-    explicit LevelFile(const std::string& path);
-
-    // Why the game cannot use the picture, or it is beyond all checks; empty if all is well.
-    const std::string& getFault() const { return fault; }
-
-    const LoadedImage& getPicture() const { return picture; }
-
-private:
-    LoadedImage picture;
-    std::string fault;
-};
+// Checks that need no play: unknown pixels, and whether the runner can begin at the start. False if
+// it cannot.
+bool checkPicture(const LoadedImage& picture, const LevelMap& map, WorldPoint start,
+                  const Zones& zones, Findings& findings);

@@ -1,9 +1,14 @@
 // SPDX-License-Identifier: Zlib
 #include "tools/levelcheck/Run.h"
 
-static bool isSame(WorldPoint one, WorldPoint other) {
-    return one.x == other.x && one.y == other.y;
-}
+#include <sstream>
+
+// Frames of a script.
+static constexpr std::size_t firstTitleKey = 10;
+static constexpr std::size_t titleKeyGap = 4;
+static constexpr std::size_t playBegin = 30;     // the frame of the last key, and the play's first
+static constexpr std::size_t vortexFrames = 200; // from the goal to the epilogue
+static constexpr std::size_t storyFrames = 325;  // of the epilogue, until after its last text
 
 void step(Player& player, Input input, const LevelMap& map) {
     if (input.press) player.requestKick();
@@ -11,7 +16,7 @@ void step(Player& player, Input input, const LevelMap& map) {
 }
 
 Run::Run(const LevelMap& map, const Inputs& inputs) {
-    Player player(start);
+    Player player(playStart);
     path.reserve(inputs.size());
     for (const Input input : inputs) {
         step(player, input, map);
@@ -21,28 +26,51 @@ Run::Run(const LevelMap& map, const Inputs& inputs) {
     }
 }
 
-Inputs calmed(const LevelMap& map, const Inputs& inputs) {
-    Inputs calm = inputs;
+Inputs simplified(const LevelMap& map, const Inputs& inputs) {
+    Inputs simple = inputs;
+    if (inputs.empty()) return simple;
     const Run wanted(map, inputs);
-    const auto holds = [&](const Inputs& tried) {
-        const Run run(map, tried);
-        return run.reachesGoal() == wanted.reachesGoal() && run.getLength() == wanted.getLength() &&
-               isSame(run.getPath().back(), wanted.getPath().back());
+    const auto isSame = [&](const Run& run) {
+        const WorldPoint one = run.path.back(), other = wanted.path.back();
+        return run.goal && run.path.size() == wanted.path.size() && one.x == other.x &&
+               one.y == other.y;
     };
-    for (std::size_t i = 1; i < calm.size(); ++i) {
-        Inputs tried = calm;
-        if (calm[i].press) {
-            tried[i].press = false;
-            if (holds(tried)) calm = tried;
+    for (std::size_t i = 1; i < simple.size(); ++i) {
+        const Input::Direction before = simple[i - 1].direction, now = simple[i].direction;
+        if (simple[i].press) {
+            simple[i].press = false;
+            simple[i].press = !isSame(Run(map, simple));
         }
-        const Input::Direction before = calm[i - 1].direction;
-        const Input::Direction now = calm[i].direction;
         if (now == before) continue;
-        tried = calm;
-        for (std::size_t k = i; k < calm.size() && calm[k].direction == now; ++k) {
+        Inputs tried = simple;
+        for (std::size_t k = i; k < tried.size() && tried[k].direction == now; ++k) {
             tried[k].direction = before;
         }
-        if (holds(tried)) calm = tried;
+        if (isSame(Run(map, tried))) simple = tried;
     }
-    return calm;
+    return simple;
+}
+
+std::size_t epilogueFrame(const Inputs& inputs) {
+    return playBegin + inputs.size() - 1 + vortexFrames;
+}
+
+std::string scriptOf(const Inputs& inputs) {
+    std::ostringstream text;
+    text << "# The title's pages by key, the play from its start to the goal, and the epilogue "
+            "until its\n# last text. Written by tarnwick-levelcheck.\n# The epilogue begins in "
+            "frame "
+         << epilogueFrame(inputs) << ".\n";
+    for (std::size_t frame = firstTitleKey; frame <= playBegin; frame += titleKeyGap) {
+        text << frame << " action\n";
+    }
+    constexpr const char* names[] = {"", " left", " right"}; // by direction
+    Input::Direction held = Input::none;
+    for (std::size_t i = 0; i < inputs.size(); ++i) {
+        if (inputs[i].direction == held && !inputs[i].press) continue;
+        held = inputs[i].direction;
+        text << playBegin + i << names[held] << (inputs[i].press ? " action" : "") << "\n";
+    }
+    text << epilogueFrame(inputs) + storyFrames << " end\n";
+    return text.str();
 }

@@ -2,54 +2,58 @@
 #pragma once
 
 #include <cstdint>
+#include <string>
 #include <vector>
 
 #include "game/LevelMap.h"
+#include "game/PlayRules.h"
 #include "game/Player.h"
 
-// What a hand does in one frame.
+// The input of one frame.
 struct Input {
     enum Direction : std::uint8_t { none, left, right };
 
     Direction direction = none;
     bool press = false; // of Action
 
-    bool operator==(const Input&) const = default;
-
     HeldKeys held() const { return {false, direction == left, direction == right, false}; }
 };
 
-// What a hand does from the start of a play on, a record a frame.
+// The inputs from the start of a play on, one a frame.
 using Inputs = std::vector<Input>;
 
-// A frame of the play with a hand on the keys.
+// One frame of the play.
 void step(Player& player, Input input, const LevelMap& map);
 
-// The limits of a hand: a direction is held so many frames, and presses are so many frames apart.
+// What the checker takes a player to be able to do: hold a direction for this many frames or more,
+// and press Action with this many frames from press to press.
 inline constexpr int shortestHold = 4;
 inline constexpr int pressGap = 10;
 
-inline constexpr float goalSpeed = 1.5f; // tiles per frame, in a kick
+// Frames as seconds of play, and the other way round.
+inline double secondsOf(std::size_t frames) {
+    return static_cast<double>(frames) * framePeriod / 1000;
+}
+inline constexpr int framesIn(int seconds) {
+    return seconds * 1000 / static_cast<int>(framePeriod);
+}
 
-// The exact play of a row of inputs on a level. Frames are counted from 0, the first that moves.
-class Run {
-public:
-    static constexpr WorldPoint start = {60, 984};
-
+// Plays inputs on a level with the game's own rules. Frames are counted from 0, the first that
+// moves the runner.
+struct Run {
     Run(const LevelMap& map, const Inputs& inputs);
 
-    // Where the runner is behind each frame, the goal's frame being the last.
-    const std::vector<WorldPoint>& getPath() const { return path; }
-    bool reachesGoal() const { return goal; }
-
-    // The frame of the goal, or the number of frames.
-    std::size_t getLength() const { return goal ? path.size() - 1 : path.size(); }
-
-private:
-    std::vector<WorldPoint> path;
+    std::vector<WorldPoint> path; // after each frame, the goal's frame being the last
     bool goal = false;
 };
 
-// The same run, to the goal in the same frame and place, with all changes of direction and presses
-// left out that it can do without.
-Inputs calmed(const LevelMap& map, const Inputs& inputs);
+// The same run, to the goal in the same frame and place, without the changes of direction and the
+// presses that it does not need.
+Inputs simplified(const LevelMap& map, const Inputs& inputs);
+
+// A run as an input script for the replay tool: six keys page through the title, the run follows,
+// and the epilogue goes on until its last text.
+std::string scriptOf(const Inputs& inputs);
+
+// The script's frame in which the epilogue begins.
+std::size_t epilogueFrame(const Inputs& inputs);

@@ -3,10 +3,8 @@
 
 #include <algorithm>
 
-static constexpr std::uint16_t mostChanges = 0xFFFF;
-
-static RunnerState stateBehind(const LevelMap& map, const Inputs& inputs) {
-    Player player(Run::start);
+static RunnerState stateAfter(const LevelMap& map, const Inputs& inputs) {
+    Player player(playStart);
     int wait = 0;
     for (const Input input : inputs) {
         step(player, input, map);
@@ -19,7 +17,7 @@ static RunnerState stateBehind(const LevelMap& map, const Inputs& inputs) {
 }
 
 Search::Search(const LevelMap& level, const Inputs& before, std::uint32_t mostStates)
-    : Search(level, stateBehind(level, before), mostStates) {
+    : Search(level, stateAfter(level, before), mostStates) {
     inputsBefore = before;
 }
 
@@ -31,93 +29,82 @@ Search::Search(const LevelMap& level, const RunnerState& first, std::uint32_t mo
     states[0].edges = 0;
 }
 
-Search::End Search::run(Listener& listener) {
+Search::End Search::run(const GoalHandler& goalHandler, const ArrivalTest& arrivalTest) {
+    onGoal = goalHandler;
+    onArrival = arrivalTest;
     for (std::uint32_t index = 0; index < states.size(); ++index) {
         if (index == layerEnd) {
             layerEnd = states.size();
             ++depth;
         }
-        expand(index, listener);
+        expand(index);
         if (found) return End::found;
         if (states.size() >= limit) return End::full;
     }
     return End::exhausted;
 }
 
-void Search::expand(std::uint32_t index, Listener& listener) {
+void Search::expand(std::uint32_t index) {
     const RunnerState from = states[index];
     constexpr Input::Direction all[] = {Input::none, Input::left, Input::right};
     for (int turn = 0; turn < 3; ++turn) {
-        // First what the hand does already.
+        // The direction that is held already comes first, so that paths have few changes.
         const Input::Direction direction = all[(from.direction + turn) % 3];
         Player player = from.player();
-        Stretch stretch{direction, Stretch::noPress};
+        const Segment segment{direction, Segment::noPress};
         bool alive = true;
-        for (int frame = 0; alive && frame < Stretch::frames; ++frame) {
+        for (int frame = 0; alive && frame < Segment::frames; ++frame) {
             if (frame >= from.wait && pressMatters(player.position())) {
-                follow(player, index, {direction, static_cast<std::uint8_t>(frame)}, frame,
-                       listener);
+                follow(player, index, {direction, static_cast<std::uint8_t>(frame)});
             }
-            alive = step(player, index, stretch, frame, listener);
+            alive = step(player, index, segment, frame);
         }
-        if (alive) arrive(player, index, stretch, listener);
+        if (alive) arrive(player, index, segment);
     }
 }
 
-// The rest of a stretch, with the press in its first frame.
-void Search::follow(Player player, std::uint32_t index, Stretch stretch, int frame,
-                    Listener& listener) {
-    player.requestKick();
-    for (; frame < Stretch::frames; ++frame) {
-        if (!step(player, index, stretch, frame, listener)) return;
+// The rest of a segment, from its press on.
+void Search::follow(Player player, std::uint32_t index, Segment segment) {
+    for (int frame = segment.press; frame < Segment::frames; ++frame) {
+        if (!step(player, index, segment, frame)) return;
     }
-    arrive(player, index, stretch, listener);
+    arrive(player, index, segment);
 }
 
-// False where the play ends, or the checks do.
-bool Search::step(Player& player, std::uint32_t index, Stretch stretch, int frame,
-                  Listener& listener) {
-    player.update(Input{stretch.direction}.held(), map);
+// False if the play ends here.
+bool Search::step(Player& player, std::uint32_t index, Segment segment, int frame) {
+    ::step(player, segment.input(frame), map);
     const WorldPoint place = player.position();
     const int column = cellOf(place.x), row = cellOf(place.y);
     if (!map.contains(column, row)) {
         outsidePassed = true;
         return false;
     }
-    passed[static_cast<std::size_t>(row) * map.getWidth() + static_cast<std::size_t>(column)] = 1;
+    passed[cellIndex(map, column, row)] = 1;
     if (player.kickSpeed() < goalSpeed) return true;
     states[index].winning = true;
-    listener.goalReached(*this, index, stretch, frame, place);
+    onGoal(
+        {index, segment, frame, framesBefore() + static_cast<std::size_t>(frame) + 1, column, row});
     return false;
 }
 
-void Search::arrive(const Player& player, std::uint32_t index, Stretch stretch,
-                    Listener& listener) {
-    const RunnerState& from = states[index];
+void Search::arrive(const Player& player, std::uint32_t index, Segment segment) {
     RunnerState state = RunnerState::of(player);
     state.parent = index;
-    state.direction = stretch.direction;
-    state.press = stretch.press & 7;
-    const bool pressed = stretch.press != Stretch::noPress;
-    const int wait = (pressed ? pressGap + stretch.press : from.wait) - Stretch::frames;
+    state.direction = segment.direction;
+    state.press = segment.press & 7;
+    const bool pressed = segment.press != Segment::noPress;
+    const int wait = (pressed ? pressGap + segment.press : states[index].wait) - Segment::frames;
     state.wait = std::max(0, wait) & 0xF;
-    const int changes =
-        from.changes + (stretch.direction != from.direction ? 1 : 0) + (pressed ? 1 : 0);
-    state.changes = static_cast<std::uint16_t>(std::min<int>(changes, mostChanges));
 
     const std::uint32_t known = states.findOrAdd(state);
     if (known == StateSet::missing) {
-        addEdge(index, states.size() - 1);
-        found = found || listener.arrived(*this, states.size() - 1);
-        return;
-    }
-    if (known == index) {
+        found = found || onArrival(states.size() - 1);
+    } else if (known == index) {
         states[index].resting = true;
-        return;
+    } else if (states[known].parent != index) {
+        addEdge(index, known);
     }
-    addEdge(index, known);
-    // Reached in the same time, but more calmly.
-    if (known >= layerEnd && state.changes < states[known].changes) states[known] = state;
 }
 
 void Search::addEdge(std::uint32_t index, std::uint32_t next) {
@@ -125,27 +112,22 @@ void Search::addEdge(std::uint32_t index, std::uint32_t next) {
     for (std::size_t i = edges.size() - count; i < edges.size(); ++i) {
         if (edges[i] == next) return;
     }
-    edges.push(next);
+    edges.push_back(next);
     states[index].edges = (count + 1) & 0xF;
 }
 
-// A press in the air, away from walls, is forgotten.
+// A press in the air, away from walls, does nothing.
 bool Search::pressMatters(WorldPoint place) const {
     const int column = cellOf(place.x), row = cellOf(place.y);
     return map.at(column, row + 1) != LevelMap::empty ||
            map.at(column + 1, row) != LevelMap::empty || map.at(column - 1, row) != LevelMap::empty;
 }
 
-bool Search::isPassed(int column, int row) const {
-    return map.contains(column, row) && passed[static_cast<std::size_t>(row) * map.getWidth() +
-                                               static_cast<std::size_t>(column)] != 0;
-}
-
 Inputs Search::inputsTo(std::uint32_t state) const {
     Inputs backward;
     for (; state != 0; state = states[state].parent) {
-        for (int frame = Stretch::frames; frame-- > 0;) {
-            backward.push_back({states[state].direction, states[state].press == frame});
+        for (int frame = Segment::frames; frame-- > 0;) {
+            backward.push_back(states[state].lastSegment().input(frame));
         }
     }
     Inputs inputs = inputsBefore;
@@ -153,8 +135,8 @@ Inputs Search::inputsTo(std::uint32_t state) const {
     return inputs;
 }
 
-Inputs Search::inputsTo(std::uint32_t state, Stretch stretch, int frame) const {
-    Inputs inputs = inputsTo(state);
-    for (int i = 0; i <= frame; ++i) inputs.push_back({stretch.direction, stretch.press == i});
+Inputs Search::inputsTo(const Goal& goal) const {
+    Inputs inputs = inputsTo(goal.state);
+    for (int i = 0; i <= goal.frame; ++i) inputs.push_back(goal.segment.input(i));
     return inputs;
 }

@@ -2,73 +2,82 @@
 #pragma once
 
 #include <cstdint>
+#include <deque>
+#include <functional>
 #include <vector>
 
-#include "game/LevelMap.h"
-#include "tools/levelcheck/Blocks.h"
 #include "tools/levelcheck/StateSet.h"
 
-// Explores what a hand can make of a level, all ways side by side, stretch of frames by stretch. Of
-// states with the same key the one that was reached first is kept, exact to the last digit, so the
-// way to each state can be replayed. What only another of them could do is missed.
+// Explores what a player can do in a level, all paths side by side, one segment after another. Of
+// states with the same key it keeps the first, with exact numbers, so that the path to each state
+// can be replayed. A path that only another of those states has is missed.
 class Search {
 public:
-    // What happens on the way; the owner of a search listens.
-    class Listener {
-    public:
-        virtual ~Listener() = default;
-
-        // The goal is reached in a frame of a stretch, counted in it, from a state.
-        virtual void goalReached(const Search& /*search*/, std::uint32_t /*state*/,
-                                 Stretch /*stretch*/, int /*frame*/, WorldPoint /*place*/) {}
-
-        // A new state, at the end of a stretch. True ends the search: it was looked for.
-        virtual bool arrived(const Search& /*search*/, std::uint32_t /*state*/) { return false; }
+    // A frame in which the goal is reached.
+    struct Goal {
+        std::uint32_t state = 0; // the last before it
+        Segment segment;
+        int frame = 0;          // of the segment
+        std::size_t frames = 0; // of the whole play, the goal's included
+        int column = 0;
+        int row = 0;
     };
+    using GoalHandler = std::function<void(const Goal& goal)>;
+
+    // Called for each new state; true ends the search.
+    using ArrivalTest = std::function<bool(std::uint32_t state)>;
 
     enum class End { exhausted, found, full };
 
-    // `before` are the inputs that led to the state from which it begins. It ends in order with so
-    // many states.
+    // `before` are the inputs to the state from which the search begins. With this many states it
+    // ends as `full`.
     Search(const LevelMap& level, const Inputs& before, std::uint32_t mostStates);
 
     // The same from any state, as if the play began there.
     Search(const LevelMap& level, const RunnerState& first, std::uint32_t mostStates);
 
-    End run(Listener& listener);
+    // Eight idle frames, while the title's last key is released.
+    static Inputs firstInputs() { return Inputs(8); }
+
+    End run(const GoalHandler& goalHandler, const ArrivalTest& arrivalTest);
 
     const StateSet& getStates() const { return states; }
 
-    // The states that were reached from each state in their order, `edges` of them each.
-    const Blocks<std::uint32_t>& getEdges() const { return edges; }
+    // The states that were known already when a segment led to them, `edges` of them for each
+    // state, in the order of the states. Those that were new have the state as their parent.
+    const std::deque<std::uint32_t>& getEdges() const { return edges; }
 
-    // Frames from the start of the play to the states whose stretches are followed now.
-    std::size_t framesBehind() const { return inputsBefore.size() + depth * Stretch::frames; }
+    // Frames from the start of the play to the states whose segments are being followed.
+    std::size_t framesBefore() const { return inputsBefore.size() + depth * Segment::frames; }
 
-    // Whether the runner was in a cell between two frames.
-    bool isPassed(int column, int row) const;
+    // Whether the runner was in a cell after a frame.
+    bool isPassed(int column, int row) const {
+        return map.contains(column, row) && passed[cellIndex(map, column, row)] != 0;
+    }
     bool isOutsidePassed() const { return outsidePassed; }
 
-    // The inputs from the start of the play to a state, or on to a frame of a stretch behind it.
+    // The inputs from the start of the play to a state or a goal.
     Inputs inputsTo(std::uint32_t state) const;
-    Inputs inputsTo(std::uint32_t state, Stretch stretch, int frame) const;
+    Inputs inputsTo(const Goal& goal) const;
 
 private:
-    void expand(std::uint32_t index, Listener& listener);
-    void follow(Player player, std::uint32_t index, Stretch stretch, int frame, Listener& listener);
-    bool step(Player& player, std::uint32_t index, Stretch stretch, int frame, Listener& listener);
-    void arrive(const Player& player, std::uint32_t index, Stretch stretch, Listener& listener);
+    void expand(std::uint32_t index);
+    void follow(Player player, std::uint32_t index, Segment segment);
+    bool step(Player& player, std::uint32_t index, Segment segment, int frame);
+    void arrive(const Player& player, std::uint32_t index, Segment segment);
     void addEdge(std::uint32_t index, std::uint32_t next);
     bool pressMatters(WorldPoint place) const;
 
     const LevelMap& map;
-    Inputs inputsBefore; // none if it does not begin at the start
+    Inputs inputsBefore; // empty if it does not begin at the start
     std::uint32_t limit;
     StateSet states;
-    Blocks<std::uint32_t> edges;
-    std::vector<std::uint8_t> passed; // a cell each, rows from the top
+    std::deque<std::uint32_t> edges;
+    std::vector<std::uint8_t> passed; // one a cell, rows from the top
     bool outsidePassed = false;
-    std::uint32_t layerEnd = 1; // behind the states whose stretches are followed now
-    std::size_t depth = 0;      // stretches up to them
+    std::uint32_t layerEnd = 1; // after the states whose segments are being followed
+    std::size_t depth = 0;      // segments up to them
     bool found = false;
+    GoalHandler onGoal;
+    ArrivalTest onArrival;
 };

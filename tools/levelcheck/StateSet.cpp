@@ -1,41 +1,102 @@
 // SPDX-License-Identifier: Zlib
 #include "tools/levelcheck/StateSet.h"
 
+#include <algorithm>
+#include <cmath>
+#include <cstdlib>
+
+static constexpr int fastestStep = 400;  // hundredths of a tile per frame that are told apart
+static constexpr float fastSpeed = 0.8f; // sideways, tiles per frame
+static constexpr float cellParts = 4;    // to each side of a cell, told apart at a fast speed
+static constexpr int waitStep = 4;       // frames
+static constexpr int startColumns = 2;   // the start's neighbourhood, to each side
+static constexpr int startRows = 8;
+
 static constexpr std::size_t firstSlots = 1 << 12;
 static constexpr std::uint32_t indexMask = StateSet::mostStates;
+
+// The step of a speed: so many hundredths of a tile per frame wide near 0, wider from `coarseFrom`.
+static std::uint64_t stepOf(float speed, int fine, int coarseFrom, int coarse) {
+    const float hundredths = std::clamp<float>(speed * 100, -fastestStep, fastestStep);
+    const int rounded = static_cast<int>(std::floor(hundredths + 0.5f));
+    const int size = std::abs(rounded);
+    const int step =
+        size < coarseFrom ? size / fine : coarseFrom / fine + (size - coarseFrom) / coarse;
+    return static_cast<std::uint64_t>(128 + (rounded < 0 ? ~step : step));
+}
+
+// In which quarter of its cell a coordinate lies, from 0.
+static std::uint64_t partOf(float coordinate) {
+    const float part = (coordinate - std::floor(coordinate)) * cellParts;
+    return static_cast<std::uint64_t>(part);
+}
+
+RunnerState RunnerState::of(const Player& player) {
+    const Inspector::Motion motion = Inspector::motion(player);
+    return {
+        .x = motion.x, .y = motion.y, .vx = motion.vx, .vy = motion.vy, .kicking = motion.kicking};
+}
+
+Player RunnerState::player() const {
+    Player player({x, y});
+    Inspector::setMotion(player, {x, y, vx, vy, kicking, true, true});
+    return player;
+}
+
+bool RunnerState::isNearStart() const {
+    return std::abs(column() - cellOf(playStart.x)) <= startColumns &&
+           std::abs(row() - cellOf(playStart.y)) <= startRows;
+}
+
+std::uint64_t RunnerState::key() const {
+    const auto waitSteps = static_cast<std::uint64_t>((wait + waitStep - 1) / waitStep);
+    const bool fast = !kicking && std::fabs(vx) >= fastSpeed;
+    const std::uint64_t part = fast ? partOf(x) | partOf(y) << 3 : 0;
+    return static_cast<std::uint64_t>(column()) | static_cast<std::uint64_t>(row()) << 16 |
+           stepOf(vx, 4, 24, 10) << 32 |
+           (vy < 0 ? stepOf(vy, 4, 100, 10) : stepOf(vy, 4, 28, 12)) << 40 | waitSteps << 48 |
+           static_cast<std::uint64_t>(kicking) << 50 | part << 52;
+}
 
 StateSet::StateSet() : slots(firstSlots) {}
 
 // Spreads a key over all bits (the finaliser of MurmurHash3, which is in the public domain).
-std::uint64_t StateSet::mixed(std::uint64_t key) {
+static std::uint64_t mixed(std::uint64_t key) {
     key = (key ^ key >> 33) * 0xFF51AFD7ED558CCD;
     key = (key ^ key >> 33) * 0xC4CEB9FE1A85EC53;
     return key ^ key >> 33;
 }
 
+static std::uint32_t tagOf(std::uint64_t hash) {
+    return static_cast<std::uint32_t>(hash >> 32) & ~indexMask;
+}
+
+std::size_t StateSet::firstSlot(std::uint64_t hash) const {
+    return (hash & 0xFFFFFFFF) * slots.size() >> 32;
+}
+
 std::uint32_t StateSet::findOrAdd(const RunnerState& state) {
-    if (2 * states.size() >= slots.size()) grow();
+    if (4 * states.size() >= 3 * slots.size()) grow();
     const std::uint64_t key = state.key();
     const std::uint64_t hash = mixed(key);
-    const auto tag = static_cast<std::uint32_t>(hash >> 32) & ~indexMask;
-    std::size_t place = hash & (slots.size() - 1);
-    for (; slots[place] != 0; place = (place + 1) & (slots.size() - 1)) {
-        const std::uint32_t index = (slots[place] & indexMask) - 1;
-        if ((slots[place] & ~indexMask) == tag && states[index].key() == key) return index;
+    std::size_t slot = firstSlot(hash);
+    for (; slots[slot] != 0; slot = next(slot)) {
+        const std::uint32_t index = (slots[slot] & indexMask) - 1;
+        if ((slots[slot] & ~indexMask) == tagOf(hash) && states[index].key() == key) return index;
     }
-    states.push(state);
-    slots[place] = tag | size();
+    states.push_back(state);
+    slots[slot] = tagOf(hash) | size();
     return missing;
 }
 
 void StateSet::grow() {
-    const std::size_t count = 2 * slots.size();
+    const std::size_t count = slots.size() + slots.size() / 4;
     std::vector<std::uint32_t>().swap(slots); // first, so that both are not held at once
     slots.resize(count);
     for (std::uint32_t index = 0; index < size(); ++index) {
         const std::uint64_t hash = mixed(states[index].key());
-        std::size_t place = hash & (count - 1);
-        while (slots[place] != 0) place = (place + 1) & (count - 1);
-        slots[place] = (static_cast<std::uint32_t>(hash >> 32) & ~indexMask) | (index + 1);
+        std::size_t slot = firstSlot(hash);
+        while (slots[slot] != 0) slot = next(slot);
+        slots[slot] = tagOf(hash) | (index + 1);
     }
 }

@@ -1,13 +1,73 @@
 // SPDX-License-Identifier: Zlib
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
+#include <deque>
 #include <vector>
 
-#include "tools/levelcheck/Blocks.h"
-#include "tools/levelcheck/RunnerState.h"
+#include "tools/Inspector.h"
+#include "tools/levelcheck/Run.h"
 
-// The states of a search in the order in which they were found, and the one of a key.
+// Where a cell is in an array of all cells, row after row from the top.
+inline std::size_t cellIndex(const LevelMap& map, int column, int row) {
+    return static_cast<std::size_t>(row) * map.getWidth() + static_cast<std::size_t>(column);
+}
+
+// The input of a few frames: one direction throughout, and at most one press.
+struct Segment {
+    static constexpr int frames = shortestHold;
+    static constexpr std::uint8_t noPress = frames;
+
+    Input::Direction direction = Input::none;
+    std::uint8_t press = noPress; // the frame of the press, counted in the segment
+
+    Input input(int frame) const { return {direction, press == frame}; }
+};
+
+// The runner between two segments, and how it came there. A search has tens of millions of these
+// records.
+struct RunnerState {
+    float x = 0; // units as in Player
+    float y = 0;
+    float vx = 0;
+    float vy = 0;
+    std::uint32_t parent = 0;   // the state before the last segment
+    std::uint8_t wait : 4 = 0;  // frames until the next press
+    std::uint8_t edges : 4 = 0; // see Search::getEdges
+    bool kicking : 1 = false;
+    bool winning : 1 = false; // a segment from here reaches the goal
+    bool resting : 1 = false; // a segment from here leads back here
+    // The last segment.
+    std::uint8_t press : 3 = Segment::noPress;
+    Input::Direction direction : 2 = Input::none;
+
+    static RunnerState of(const Player& player);
+
+    // A runner in this state. Only what its picture shows is lost.
+    Player player() const;
+
+    Segment lastSegment() const { return {direction, press}; }
+    int column() const { return cellOf(x); }
+    int row() const { return cellOf(y); }
+
+    // On the ground with no vertical speed, so that it can walk along the floor.
+    bool isStanding(const LevelMap& map) const {
+        return !kicking && vy == 0 && isFloor(map, column(), row());
+    }
+    static bool isFloor(const LevelMap& map, int column, int row) {
+        return map.at(column, row) == LevelMap::empty && LevelMap::isRock(map.at(column, row + 1));
+    }
+
+    // Whether it is so near the start that the play could begin again.
+    bool isNearStart() const;
+
+    // States with the same key count as the same: see docs/levelcheck.md.
+    std::uint64_t key() const;
+};
+static_assert(sizeof(RunnerState) == 24);
+
+// The states of a search in the order in which they were found, one for each key.
 class StateSet {
 public:
     static constexpr std::uint32_t missing = ~0U;
@@ -18,16 +78,17 @@ public:
     RunnerState& operator[](std::uint32_t index) { return states[index]; }
     const RunnerState& operator[](std::uint32_t index) const { return states[index]; }
 
-    // The state with the same key, if there is one. Otherwise it is added, and `missing` returned.
+    // The state with the same key. If there is none, adds this one and returns `missing`.
     std::uint32_t findOrAdd(const RunnerState& state);
 
-    // How many states there may be: what a slot can name.
+    // The largest number of states that the slots can index.
     static constexpr std::uint32_t mostStates = (1U << 26) - 1;
 
 private:
-    static std::uint64_t mixed(std::uint64_t key);
+    std::size_t firstSlot(std::uint64_t hash) const;
+    std::size_t next(std::size_t slot) const { return slot + 1 == slots.size() ? 0 : slot + 1; }
     void grow();
 
-    Blocks<RunnerState> states;
-    std::vector<std::uint32_t> slots; // a power of two; state + 1, and above it bits of the key
+    std::deque<RunnerState> states;
+    std::vector<std::uint32_t> slots; // 0, or state + 1 with bits of the key's hash above it
 };

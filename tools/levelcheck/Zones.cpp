@@ -2,27 +2,18 @@
 #include "tools/levelcheck/Zones.h"
 
 #include <algorithm>
-#include <charconv>
 #include <sstream>
 
-#include "tools/levelcheck/Places.h"
+static constexpr const char* measures[] = {"seconds", "regions", "reached", "open", "winners"};
 
-static constexpr int lastTile = 65535;
+std::string placeText(int column, int row) {
+    return "row " + std::to_string(row) + ", column " + std::to_string(column);
+}
 
 bool Zone::contains(int column, int row) const {
     return std::any_of(boxes.begin(), boxes.end(), [&](const Box& box) {
         return column >= box.left && column <= box.right && row >= box.top && row <= box.bottom;
     });
-}
-
-// All of "12-345", the first not above the second.
-static bool readRange(const std::string& text, int& first, int& last) {
-    const char* const end = text.data() + text.size();
-    const auto [dash, problem] = std::from_chars(text.data(), end, first);
-    if (problem != std::errc() || dash == end || *dash != '-') return false;
-    const auto [stop, otherProblem] = std::from_chars(dash + 1, end, last);
-    return otherProblem == std::errc() && stop == end && first >= 0 && first <= last &&
-           last <= lastTile;
 }
 
 std::vector<std::string> Zones::read(const std::string& text) {
@@ -38,25 +29,43 @@ std::vector<std::string> Zones::read(const std::string& text) {
     return problems;
 }
 
+// Reads "12-345", the first not above the second, none negative.
+template <typename Number>
+static bool readRange(std::istream& words, Number& first, Number& last) {
+    char dash = 0;
+    return words >> first >> dash >> last && dash == '-' && first >= 0 && first <= last;
+}
+
 std::string Zones::readLine(const std::string& line) {
     std::istringstream words(line);
-    std::string kind, name, columns, rows, more;
+    std::string kind, name, more;
     if (!(words >> kind)) return "";
-    if (kind != "region" && kind != "goal") return "begins with neither \"region\" nor \"goal\"";
-    if (!(words >> name >> columns >> rows) || words >> more) {
-        return "is not \"" + kind + " NAME LEFT-RIGHT TOP-BOTTOM\"";
+    words >> name;
+    if (kind == "want") {
+        Range range;
+        if (!readRange(words, range.least, range.most) || words >> more) {
+            return "expected \"want MEASURE LEAST-MOST\"";
+        }
+        if (std::find(std::begin(measures), std::end(measures), name) == std::end(measures)) {
+            return "unknown measure \"" + name + "\"";
+        }
+        wants[name] = range;
+        return "";
     }
-    if (name.find(',') != std::string::npos) return "a name has no comma";
-    Zone::Box box;
-    if (!readRange(columns, box.left, box.right)) return "\"" + columns + "\" are no columns";
-    if (!readRange(rows, box.top, box.bottom)) return "\"" + rows + "\" are no rows";
-
     const bool goal = kind == "goal";
+    if (!goal && kind != "region") return "expected \"region\", \"goal\" or \"want\"";
+    Zone::Box box;
+    if (!readRange(words, box.left, box.right) || !readRange(words, box.top, box.bottom) ||
+        words >> more) {
+        return "expected \"" + kind + " NAME LEFT-RIGHT TOP-BOTTOM\"";
+    }
+    if (name.find(',') != std::string::npos) return "a name cannot contain a comma";
     auto zone = std::find_if(zones.begin(), zones.end(),
                              [&](const Zone& known) { return known.name == name; });
     if (zone == zones.end()) zone = zones.insert(zone, {name, goal, {}});
-    if (zone->goal != goal) return "\"" + name + "\" is a region and a goal";
+    if (zone->goal != goal) return "\"" + name + "\" is both a region and a goal";
     zone->boxes.push_back(box);
+    anyGoal = anyGoal || goal;
     return "";
 }
 
@@ -73,15 +82,12 @@ const Zone* Zones::at(int column, int row, bool goal) const {
     return zone == zones.end() ? nullptr : &*zone;
 }
 
-const Zone* Zones::regionAt(int column, int row) const {
-    return at(column, row, false);
-}
-
-const Zone* Zones::goalAt(int column, int row) const {
-    return at(column, row, true);
-}
-
 std::string Zones::describe(int column, int row) const {
     const Zone* region = regionAt(column, row);
     return placeText(column, row) + (region ? " (" + region->name + ")" : "");
+}
+
+const Zones::Range* Zones::wanted(const std::string& measure) const {
+    const auto range = wants.find(measure);
+    return range == wants.end() ? nullptr : &range->second;
 }
