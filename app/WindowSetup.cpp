@@ -34,8 +34,8 @@ void setTitleAndIcon() {
     const LoadedImage icon = ImageLoader().loadFromMemory(iconImage.data, iconImage.bytes);
     if (!icon.pixels) return;
     // Masks for bytes in the order red, green, blue, alpha.
-    const bool little = SDL_BYTEORDER == SDL_LIL_ENDIAN;
-    const auto mask = [little](int byte) { return Uint32{0xFF} << 8 * (little ? byte : 3 - byte); };
+    constexpr bool little = SDL_BYTEORDER == SDL_LIL_ENDIAN;
+    const auto mask = [](int byte) { return Uint32{0xFF} << 8 * (little ? byte : 3 - byte); };
     SDL_Surface* surface = SDL_CreateRGBSurfaceFrom(
         icon.pixels.get(), static_cast<int>(icon.width), static_cast<int>(icon.height), 32,
         static_cast<int>(icon.width) * 4, mask(0), mask(1), mask(2), mask(3));

@@ -30,7 +30,7 @@ public:
 
 private:
     struct Closer {
-        void operator()(SNDFILE* file) const { sf_close(file); }
+        void operator()(SNDFILE* opened) const { sf_close(opened); }
     };
 
     std::unique_ptr<SNDFILE, Closer> file;

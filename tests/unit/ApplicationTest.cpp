@@ -177,7 +177,7 @@ TEST_F(Pacing, FramesAreFifteenMillisecondsApart) {
     EXPECT_EQ(waitAfter(100000), -1);
     EXPECT_EQ(waitAfter(1), 14) << "the game does not catch up after a slow frame";
     const std::uint32_t start = GlStandIn::clock;
-    for (int frame = 0; frame < 100; ++frame) waitAfter(frame % 3);
+    for (std::uint32_t frame = 0; frame < 100; ++frame) waitAfter(frame % 3);
     EXPECT_EQ(GlStandIn::clock - start, 1500u);
 }
 
