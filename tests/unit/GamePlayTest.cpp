@@ -108,7 +108,7 @@ TEST_F(Play, DirectionsAreHeldUntilReleasedAndAnActionWaitsForTheFrame) {
 
 TEST_F(Play, EscapeEndsTheProgramAfterTheGoalToo) {
     enterHallAtTheGoal();
-    draw();
+    EXPECT_EQ(named("rotated 16x16", draw()).size(), 1u) << "a star of the flight";
     ASSERT_TRUE(isFinished());
     press("Escape");
     EXPECT_FALSE(runFrame());
