@@ -1,6 +1,6 @@
 # SPDX-License-Identifier: Zlib
-# What players get is built so that a fault is hard to exploit, and so that its bytes do not tell
-# where it was built. The sanitizers watch more closely by themselves.
+# Makes faults hard to exploit, and keeps the build folder out of the programs. The sanitizers check
+# more, and don't go with these options.
 if(CMAKE_CXX_FLAGS MATCHES "sanitize")
     return()
 endif()

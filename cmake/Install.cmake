@@ -1,14 +1,14 @@
 # SPDX-License-Identifier: Zlib
-# Where things go below the prefix. The programs look for their data beside themselves, so links to
-# it lie there, and the programs are started through links; all of these are relative, so that the
-# whole may lie anywhere. Two components: game, and the tools for makers of levels and sounds.
+# Where files go below the prefix. The programs look for data in their own folder, so it contains links
+# to the data, and users start the programs through links. All links are relative, so the tree can be
+# moved. Two components: game, and tools for authors of levels and sounds.
 set(TARNWICK_SITE "https://tarnwick.example" CACHE STRING
-    "Address that those of the homepage, the screenshots and the contact are made from")
+    "Address of the homepage; those of screenshots and contact are derived from it")
 string(REGEX REPLACE "^[a-z]+://([^/:]+).*$" "\\1" siteHost "${TARNWICK_SITE}")
 string(REPLACE "." ";" siteWords "${siteHost}")
 list(REVERSE siteWords)
 list(JOIN siteWords "." applicationId)
-string(APPEND applicationId ".tarnwick") # the name under which software catalogues know the game
+string(APPEND applicationId ".tarnwick") # the game's name in software catalogues
 set(maintainers "The Tarnwick Episode developers")
 set(maintainerAddress "developers@${siteHost}")
 
@@ -26,8 +26,8 @@ function(install_link folder name target component)
     install(FILES ${link} DESTINATION ${folder} COMPONENT ${component})
 endfunction()
 
-# install_text(TEMPLATE FOLDER NAME COMPONENT [COMPRESS] [EXCLUDE_FROM_ALL]): a file of packaging/
-# with what is only known at the installation filled in; with EXCLUDE_FROM_ALL for packages only.
+# install_text(TEMPLATE FOLDER NAME COMPONENT [COMPRESS] [EXCLUDE_FROM_ALL]): a file of packaging/ in
+# which values are filled in during the installation; with EXCLUDE_FROM_ALL for packages only.
 function(install_text template folder name component)
     set(gzip)
     if(COMPRESS IN_LIST ARGN)
@@ -70,7 +70,7 @@ foreach(part levels/*.png fonts/*.ttf synthPatches/*.inl pitches/*.txt)
 endforeach()
 install(FILES data/levels/tiles.gpl DESTINATION ${dataFolder}/levels COMPONENT game)
 
-# Each tool is installed by the name it is built with, which begins with "tarnwick-".
+# Each tool is installed under its OUTPUT_NAME, which starts with "tarnwick-".
 foreach(tool levelcheck render_wav)
     get_target_property(name ${tool} OUTPUT_NAME)
     install(TARGETS ${tool} RUNTIME DESTINATION ${programFolder} COMPONENT tools)
@@ -90,6 +90,6 @@ endforeach()
 install(FILES packaging/icons/tarnwick.svg DESTINATION share/icons/hicolor/scalable/apps
     COMPONENT game)
 
-# Debian has forms of its own for these.
+# The Debian packages have these in another form.
 install(FILES LICENSE CHANGELOG.md DESTINATION share/doc/tarnwick COMPONENT documents)
 install(DIRECTORY LICENSES DESTINATION share/doc/tarnwick COMPONENT documents)

@@ -1,13 +1,13 @@
 # SPDX-License-Identifier: Zlib
-# Included by install scripts: fills in @VERSION@, @DATE@ and the like in TEMPLATE, and installs it
-# in FOLDER (below the prefix) as NAME; compressed, with the ending .gz, if GZIP is set. The prefix
-# is known only now. WORK is a folder of the build tree, SOURCE that of the source.
+# Included by install scripts: fills in @VERSION@, @DATE@ and so on in TEMPLATE, and installs it in
+# FOLDER (below the prefix) as NAME, compressed and with the suffix .gz if GZIP is set. The prefix is
+# not known earlier. WORK is a folder of the build tree, SOURCE that of the source.
 include(${SOURCE}/cmake/SourceDate.cmake)
 string(TIMESTAMP DATE "%Y-%m-%d" UTC)
 string(TIMESTAMP MAIL_DATE "%a, %d %b %Y %H:%M:%S +0000" UTC)
 set(PREFIX ${CMAKE_INSTALL_PREFIX}) # empty for the root
 if("${PREFIX}" MATCHES "^[^/]")
-    get_filename_component(PREFIX ${PREFIX} ABSOLUTE) # for texts that are read elsewhere
+    get_filename_component(PREFIX ${PREFIX} ABSOLUTE) # the text is read from other folders
 endif()
 
 # A licence as a field of a Debian copyright file: a blank before each line, a dot on empty ones.

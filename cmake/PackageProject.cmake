@@ -1,7 +1,7 @@
 # SPDX-License-Identifier: Zlib
-# What cpack reads when it begins a package, with SOURCE set to the folder of the source.
+# Read by cpack before it makes a package, with SOURCE set to the folder of the source.
 include(${SOURCE}/cmake/SourceDate.cmake)
-# Each package has a description of its own; this would stand above all of them.
+# Each package has a description of its own; cpack would put this one above it.
 unset(CPACK_PACKAGE_DESCRIPTION_SUMMARY)
 set(CPACK_PRE_BUILD_SCRIPTS ${SOURCE}/cmake/PackageFolders.cmake)
 set(CPACK_POST_BUILD_SCRIPTS ${SOURCE}/cmake/PackageDone.cmake)

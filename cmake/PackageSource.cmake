@@ -1,7 +1,7 @@
 # SPDX-License-Identifier: Zlib
-# Run by cpack in the folder that the source package is made from: copies every file of the source
-# that git knows, as it stands there, and writes down the moment of the commit. A source without
-# git, a package's own, is copied whole but for build trees.
+# Run by cpack in the folder that becomes the source package: copies every file that git tracks, with
+# its current contents, and writes the time of the commit to a file. Without git, as in an unpacked
+# source package, it copies everything but build trees.
 get_filename_component(source ${CMAKE_CURRENT_LIST_DIR}/.. ABSOLUTE)
 execute_process(COMMAND git -C ${source} ls-files --recurse-submodules
     OUTPUT_VARIABLE files RESULT_VARIABLE failure ERROR_QUIET)
@@ -16,7 +16,7 @@ list(SORT files)
 set(read OWNER_READ OWNER_WRITE GROUP_READ WORLD_READ)
 set(run ${read} OWNER_EXECUTE GROUP_EXECUTE WORLD_EXECUTE)
 foreach(name IN LISTS files)
-    if(NOT EXISTS ${source}/${name}) # deleted, and not yet told to git
+    if(NOT EXISTS ${source}/${name}) # deleted, but still tracked
         continue()
     endif()
     cmake_path(GET name PARENT_PATH folder)

@@ -1,6 +1,6 @@
 # SPDX-License-Identifier: Zlib
-# cpack makes two Debian packages, one a component, and of the target package_source a tarball.
-# The first digit sorts these packages before those that a distribution makes of the same version.
+# cpack makes two Debian packages, one per component; the target package_source makes a tarball. The
+# first digit sorts these packages before those that a distribution makes of the same version.
 set(TARNWICK_PACKAGE_RELEASE 0upstream1)
 
 foreach(package tarnwick tarnwick-tools)
@@ -21,7 +21,7 @@ set(CPACK_PACKAGE_VENDOR "${maintainers}")
 set(CPACK_PACKAGE_CONTACT "${maintainers} <${maintainerAddress}>")
 set(CPACK_RESOURCE_FILE_LICENSE ${PROJECT_SOURCE_DIR}/LICENSE)
 set(CPACK_STRIP_FILES ON)
-# The install scripts need to know the prefix in which the files will lie.
+# The install scripts need to know the final prefix.
 set(CPACK_SET_DESTDIR ON)
 set(CPACK_INSTALL_PREFIX /usr)
 set(CPACK_PROJECT_CONFIG_FILE ${PROJECT_BINARY_DIR}/packaging/CPackProject.cmake)
@@ -47,21 +47,21 @@ One runner, one very large level seen from the side, one goal: a speed. Run,
 jump and kick off walls; there is no score, no timer and no death, only a bar
 at the top of the screen and a mark on it.
 .
-At the goal a vortex of rings changes its colours eight times a second over
-the whole screen. Who is sensitive to flashing light should not play to the
-end.")
+At the goal, a vortex of rings covers the whole screen and changes its colours
+eight times a second. If you are sensitive to flashing light, stop before the
+goal.")
 
 set(CPACK_DEBIAN_TOOLS_PACKAGE_NAME tarnwick-tools)
 set(CPACK_DEBIAN_TOOLS_PACKAGE_SECTION utils)
 set(CPACK_DEBIAN_TOOLS_PACKAGE_DEPENDS
     "tarnwick (= ${PROJECT_VERSION}-${TARNWICK_PACKAGE_RELEASE})")
-set(CPACK_DEBIAN_TOOLS_DESCRIPTION "Tarnwick Episode: tools for makers of levels and sounds
+set(CPACK_DEBIAN_TOOLS_DESCRIPTION "Tarnwick Episode: tools for authors of levels and sounds
 Levels, voices and tunes of the arcade game Tarnwick Episode are pictures and
-small text files that anybody can change. This package helps those who do.
+small text files that you can change.
 .
-tarnwick-levelcheck says what is wrong with a level, and how fast a bot gets
-through it. tarnwick-render writes a note, a drum or the music of a play to a
-sound file, as the game would play it.")
+tarnwick-levelcheck reports what is wrong with a level, and searches for the
+fastest path through it. tarnwick-render writes a note, a drum or the music to
+a sound file, exactly as the game plays it.")
 
 set(CPACK_SOURCE_GENERATOR TGZ)
 set(CPACK_SOURCE_PACKAGE_FILE_NAME tarnwick-${PROJECT_VERSION})

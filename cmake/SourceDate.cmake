@@ -1,7 +1,7 @@
 # SPDX-License-Identifier: Zlib
 # Included by install and package scripts, with SOURCE set to the folder of the source. Sets
-# SOURCE_DATE_EPOCH, which decides every date in what is made, to the moment of the commit, unless
-# it is set: two packages of one commit are the same to the byte.
+# SOURCE_DATE_EPOCH, which sets every date in the packages, to the time of the commit, unless it is
+# set: two packages of one commit are identical byte by byte.
 if(NOT DEFINED ENV{SOURCE_DATE_EPOCH})
     if(EXISTS ${SOURCE}/packaging/source-date) # written into the source package
         file(STRINGS ${SOURCE}/packaging/source-date epoch)
