@@ -18,7 +18,7 @@ static const std::string characterSet =
 static constexpr int columnsCounted = 10; // cells a row that the atlas is sized from at first
 static constexpr int columnsUsed = 11;    // characters a row of the atlas
 static constexpr int rowsUsed = 8;        // for 81 characters
-static constexpr int largestCell = 700;   // pixels; the atlas then has a side of 8192 at most
+static constexpr int largestCell = 372;   // pixels; the atlas then takes 64 MiB at most
 static constexpr int linePadding = 4;     // pixels, within a line and again between atlas rows
 static constexpr float quadPadding = 2;   // pixels that a quad reaches below its line
 
