@@ -2,16 +2,20 @@
 #include "app/Settings.h"
 
 #include <algorithm>
+#include <filesystem>
 #include <fstream>
 #include <iostream>
 #include <limits>
 #include <sstream>
+#include <system_error>
 
+#include "base/FilePath.h"
 #include "platform/Platform.h"
 
 static constexpr const char* folderName = "/Corvale";
 static constexpr const char* homelessFolder = ".Corvale"; // below the working directory
 static constexpr const char* fileName = "/Corvale.conf";
+static constexpr std::size_t mostBytes = 1 << 20;  // the rest of the file is ignored
 static constexpr std::streamsize lineBuffer = 128; // characters, with the terminating zero
 
 // The per-user folder, created if it is missing.
@@ -34,12 +38,11 @@ static std::string userDirectory() {
     return path;
 }
 
-static void writeDefaultSettings(const std::string& path) {
-    std::ofstream file(path, std::ios::binary | std::ios::trunc);
-    if (!file) {
-        std::cout << "Could not create " << path << std::endl;
-        return;
-    }
+// Written beside its place and moved there whole: what is there stays for good. False if that
+// fails.
+static bool writeDefaultSettings(const std::string& path) {
+    const std::string unfinished = path + ".new";
+    std::ofstream file(unfinished, std::ios::binary | std::ios::trunc);
     const Platform::ScreenSize screen = Platform::primaryScreenSize();
     file << "w " << screen.width << "\r\n"
          << "h " << screen.height << "\r\n"
@@ -48,19 +51,33 @@ static void writeDefaultSettings(const std::string& path) {
          << "ns 0\r\n"
          << "nm 0\r\n"
          << "aa DirectSound\r\n";
+    file.close();
+    std::error_code failure = std::make_error_code(std::errc::io_error);
+    if (file) std::filesystem::rename(unfinished, path, failure);
+    if (!failure) return true;
+    std::cout << "Could not create " << path << std::endl;
+    std::filesystem::remove(unfinished, failure);
+    return false;
 }
 
 Settings::Settings() {
-    const std::string path = userDirectory() + fileName;
-    // Opening a pipe would wait for a writer.
-    if (Platform::pathStatus(path).kind == Platform::PathKind::special) return;
-    if (!std::ifstream(path, std::ios::binary)) writeDefaultSettings(path);
-    std::ifstream file(path, std::ios::binary);
-    if (file) read(file);
+    const FilePath path(userDirectory() + fileName);
+    // Only where there is nothing, not even a link that leads nowhere.
+    std::error_code failure;
+    const std::filesystem::file_status status =
+        std::filesystem::symlink_status(path.text(), failure);
+    if (status.type() == std::filesystem::file_type::not_found &&
+        !writeDefaultSettings(path.text())) {
+        return;
+    }
+    if (!path.open().is_open()) {
+        std::cout << "Could not read " << path.text() << std::endl;
+        return;
+    }
+    std::istringstream start(path.readStart(mostBytes));
+    read(start);
 }
 
-// Stops at the end of the file or at a read error: a folder with the file's name can be opened but
-// not read.
 void Settings::read(std::istream& file) {
     char buffer[lineBuffer];
     while (file.good()) {

@@ -6,10 +6,10 @@
 #include <string>
 
 // The per-user settings. The constructor reads the file Corvale/Corvale.conf in the user's
-// application data folder, and creates folder and file if they are missing. It never changes a file
-// that can be read. Each line is a key, a space and a value, at most 127 characters; a value that
-// does not parse leaves the default. Main thread, at start-up. It prints what it creates and what
-// it cannot create.
+// application data folder, and creates folder and file if they are missing. It never changes what
+// is there. Each line is a key, a space and a value, at most 127 characters; a value that does not
+// parse leaves the default. Only the first 1 MiB is read. Main thread, at start-up. It prints what
+// it creates, and what it cannot create or read.
 struct Settings {
     Settings();
 

@@ -118,20 +118,41 @@ TEST_F(SettingsTest, WhatCannotBeCreatedIsReportedAndTheDefaultsHold) {
     const std::string path = folder + "/config/Corvale";
     const std::string folderFailure = "Could not create " + path + " path.\n";
     const std::string fileFailure = "Could not create " + path + "/Corvale.conf\n";
+    const std::string readFailure = "Could not read " + path + "/Corvale.conf\n";
     const auto expectDefaults = [](const std::string& failure, const char* why) {
         EXPECT_EQ(outcome(), failure) << why;
         fs::remove_all("config");
         fs::create_directory("config");
     };
     fs::create_symlink("config", "config");
-    expectDefaults(folderFailure + fileFailure, "the link leads to itself");
+    expectDefaults(folderFailure + readFailure, "the link leads to itself");
     std::ofstream("config/Corvale") << "a file";
     expectDefaults(fileFailure, "a file in place of the folder");
     fs::create_directories(file);
-    expectDefaults("", "a folder can be opened but not read");
+    expectDefaults(readFailure, "a folder can be opened but not read");
     fs::create_directory(file.parent_path());
     ASSERT_EQ(mkfifo(file.c_str(), 0600), 0);
-    expectDefaults("", "a pipe without a writer");
+    expectDefaults(readFailure, "a pipe without a writer");
+    fs::create_directory(file.parent_path());
+    fs::create_symlink("/nowhere/file", file);
+    EXPECT_EQ(outcome(), readFailure);
+    EXPECT_TRUE(fs::is_symlink(file)) << "the link is not replaced";
+    fs::remove(file);
+
+    fs::create_symlink("/dev/full", file.string() + ".new");
+    expectDefaults(fileFailure, "a full disk");
+    outcome();
+    std::ofstream(file) << "w 5";
+    fs::permissions(file, fs::perms::owner_write);
+    const uid_t user = geteuid() == 0 ? 65534 : geteuid(); // root may read everything
+    for (const fs::path& each : {fs::path(folder), fs::path("config"), file.parent_path(), file}) {
+        ASSERT_EQ(chown(each.c_str(), user, static_cast<gid_t>(-1)), 0);
+    }
+    ASSERT_EQ(seteuid(user), 0);
+    EXPECT_EQ(outcome(), readFailure);
+    ASSERT_EQ(seteuid(getuid()), 0);
+    fs::permissions(file, fs::perms::owner_all);
+    EXPECT_EQ(outcome(), " w 5") << "what could not be read was not overwritten";
 }
 
 TEST_F(SettingsTest, EachKeyHasItsValueAtAFixedColumn) {
@@ -156,10 +177,11 @@ TEST_F(SettingsTest, EachKeyHasItsValueAtAFixedColumn) {
 }
 
 TEST_F(SettingsTest, LongLinesAreCutAndTheNextOneIsReadWhole) {
-    for (const std::size_t length : {127u, 128u, 10'000'000u}) {
+    for (const std::size_t length : {127u, 128u, 1'000'000u}) {
         const std::string name = "aa " + std::string(length - 3, 'y');
         const std::string read = name.substr(3, 124);
         EXPECT_EQ(outcomeOf(name + "\nh 6"), " h 6 [" + read + "]") << length;
     }
     EXPECT_EQ(outcomeOf(std::string(127, 'x') + "w 5\nh 6\n"), " h 6") << "no key after the cut";
+    EXPECT_EQ(outcomeOf("h 6\n" + std::string(1 << 20, '\n') + "w 5\n"), " h 6") << "after 1 MiB";
 }
