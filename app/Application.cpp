@@ -11,6 +11,7 @@
 #include "drawing/OpenGLDrawer.h"
 #include "game/PlayRules.h"
 #include "images/EmbeddedImages.h"
+#include "platform/Platform.h"
 #include "screens/Epilogue.h"
 #include "screens/GamePlay.h"
 #include "screens/TitleScreen.h"
@@ -98,7 +99,7 @@ void Application::run() {
 
 bool Application::runFrame() {
     handleEvents();
-    if (quitRequested) return false;
+    if (quitRequested || Platform::isEndRequested()) return false;
     pace();
     drawer->beginFrame();
     if (state) state->draw(*drawer);

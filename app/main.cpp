@@ -12,12 +12,16 @@
 // On platforms whose SDL has its own entry function, SDL.h renames this one.
 int main(int argc, char* argv[]) {
     Platform::openStandardStreams();
+    Platform::takeEndSignals();
     // A start-up that fails halfway leaves SDL open.
     std::atexit(SDL_Quit);
     const std::vector<std::string> arguments(argv + (argc > 0 ? 1 : 0), argv + argc);
     try {
         Application application(arguments);
+        // Xlib calls exit if its server goes away; a second server may keep that from ending.
+        std::atexit(Platform::endSoon);
         application.run();
+        Platform::endSoon();
     } catch (const FatalError& error) {
         std::cout << error.text << std::endl;
     }

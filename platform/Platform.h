@@ -8,8 +8,8 @@
 
 // The few services of the operating system that the game needs. There is one header and one
 // source file a platform, chosen by the build. No operation throws or prints; each may be called
-// from any thread, but openStandardStreams, setEnvironment and QuietStandardError, which change the
-// whole process, only before a second thread of the game runs.
+// from any thread, but openStandardStreams, takeEndSignals, setEnvironment and QuietStandardError,
+// which change the whole process, only before a second thread of the game runs.
 class Platform {
 public:
     // special: a pipe or a device, of which reading may never come to an end.
@@ -60,6 +60,17 @@ public:
     // Opens what is closed of standard input, output and error, with nothing behind it. Otherwise
     // the next thing that is opened, the way to the screen perhaps, would get what is printed.
     static void openStandardStreams();
+
+    // From now on a hang-up, an interrupt and a request to terminate no longer end the process:
+    // isEndRequested then returns true, and endSoon was called. A signal that is ignored stays so.
+    // A closed pipe, or a file as long as it may be, no longer ends the process: the write fails.
+    static void takeEndSignals();
+    static bool isEndRequested();
+
+    // Ends the process with status 1 in 2 seconds, unless it ends by itself before. The window or
+    // the sound may belong to a server that no longer answers. Later calls change nothing. May be
+    // called from a signal handler.
+    static void endSoon();
 
     // While it lives, what anybody in this process writes to standard error goes nowhere; then
     // standard error is again what it was. If the system cannot turn it away it stays as it is.

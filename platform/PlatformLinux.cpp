@@ -9,7 +9,9 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <atomic>
 #include <cerrno>
+#include <csignal>
 #include <cstdlib>
 #include <cstring>
 #include <ctime>
@@ -137,6 +139,43 @@ void Platform::openStandardStreams() {
         opened = open("/dev/null", O_RDWR);
     } while (opened >= 0 && opened <= STDERR_FILENO);
     if (opened >= 0) close(opened);
+}
+
+static constexpr unsigned longestEnd = 2; // seconds
+
+static std::atomic<bool> endRequested = false;
+static std::atomic<bool> isEnding = false;
+static_assert(std::atomic<bool>::is_always_lock_free); // for the signal handlers
+
+static void handle(int signal, void (*handler)(int)) {
+    struct sigaction action = {};
+    action.sa_handler = handler;
+    action.sa_flags = SA_RESTART;
+    sigaction(signal, &action, nullptr);
+}
+
+void Platform::takeEndSignals() {
+    for (const int signal : {SIGHUP, SIGINT, SIGTERM}) {
+        struct sigaction present = {};
+        sigaction(signal, nullptr, &present);
+        if (present.sa_handler == SIG_IGN) continue;
+        handle(signal, [](int) {
+            endRequested = true;
+            endSoon();
+        });
+    }
+    handle(SIGPIPE, SIG_IGN);
+    handle(SIGXFSZ, SIG_IGN);
+}
+
+bool Platform::isEndRequested() {
+    return endRequested;
+}
+
+void Platform::endSoon() {
+    if (isEnding.exchange(true)) return;
+    handle(SIGALRM, [](int) { _exit(EXIT_FAILURE); });
+    alarm(longestEnd);
 }
 
 Platform::QuietStandardError::QuietStandardError() {
