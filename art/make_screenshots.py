@@ -4,7 +4,7 @@
 
 Runs the replay tool of a release build on the title in its own time, on the run that wins
 (tests/replays/goal.txt) and on the fall into the well, and the level checker. The frames stand
-below; after a new run, look for better ones: tools/with_display BUILD_FOLDER/replay --script
+below; after a new run, look for better ones: tools/with_display BUILD_FOLDER/tarnwick-replay trace
 tests/replays/goal.txt --pictures FOLDER --every 30. It takes a few minutes."""
 
 import pathlib
@@ -36,7 +36,7 @@ mapSize = (1024, 2048)
 
 def replay(build, script, frames, into):
     subprocess.run(
-        [root / "tools" / "with_display", build / "replay", "--script", script, "--pictures", into,
+        [root / "tools" / "with_display", build / "tarnwick-replay", "trace", script, "--pictures", into,
          "--frames", ",".join(map(str, sorted(set(frames))))],
         check=True, stdout=subprocess.DEVNULL)
     return {frame: Image.open(into / f"{frame:06}.png").convert("RGB") for frame in frames}

@@ -19,14 +19,16 @@ CommandLine::CommandLine(const std::vector<std::string>& arguments, const KnownO
     }
 }
 
-bool CommandLine::isCommand(const std::string& name, std::size_t wordCount,
+bool CommandLine::isCommand(const std::string& name, std::size_t fewestWords, std::size_t mostWords,
                             const std::vector<std::string>& itsOptions) const {
     if (words.empty()) throw Error("no command");
     if (words[0] != name) return false;
-    if (words.size() != wordCount) {
-        const std::string noun = wordCount == 2 ? " argument" : " arguments";
-        throw Error(name + " takes " + std::to_string(wordCount - 1) + noun + ", got " +
-                    std::to_string(words.size() - 1));
+    if (words.size() < fewestWords || words.size() > mostWords) {
+        const bool tooFew = words.size() < fewestWords;
+        std::string count = std::to_string((tooFew ? fewestWords : mostWords) - 1);
+        if (fewestWords < mostWords) count.insert(0, tooFew ? "at least " : "at most ");
+        const std::string noun = count == "1" || count.ends_with(" 1") ? " argument" : " arguments";
+        throw Error(name + " takes " + count + noun + ", got " + std::to_string(words.size() - 1));
     }
     for (const auto& [option, value] : options) {
         if (std::find(itsOptions.begin(), itsOptions.end(), option) == itsOptions.end()) {
@@ -36,12 +38,20 @@ bool CommandLine::isCommand(const std::string& name, std::size_t wordCount,
     return true;
 }
 
+const char* programVersion() {
+    return TARNWICK_VERSION;
+}
+
 int runProgram(int argc, char* argv[], const std::string& name, const std::string& usage,
                const CommandLine::KnownOptions& known, int failed,
                const std::function<int(const CommandLine&)>& work) {
     const std::vector<std::string> arguments(argv + 1, argv + argc);
     if (arguments == std::vector<std::string>{"--help"}) {
         std::cout << usage;
+        return 0;
+    }
+    if (arguments == std::vector<std::string>{"--version"}) {
+        std::cout << name << " " << programVersion() << "\n";
         return 0;
     }
     try {

@@ -26,6 +26,10 @@ public:
     // Whether the first word is this name. If it is, there must be `wordCount` words in all and no
     // other options than `itsOptions`.
     bool isCommand(const std::string& name, std::size_t wordCount,
+                   const std::vector<std::string>& itsOptions) const {
+        return isCommand(name, wordCount, wordCount, itsOptions);
+    }
+    bool isCommand(const std::string& name, std::size_t fewestWords, std::size_t mostWords,
                    const std::vector<std::string>& itsOptions) const;
 
     std::size_t getWordCount() const { return words.size(); }
@@ -58,7 +62,11 @@ private:
     std::map<std::string, std::string> options;
 };
 
-// The main function of a companion program. Prints the usage for --help. If the work
+// The version of the game and its companion programs.
+const char* programVersion();
+
+// The main function of a companion program. Prints the usage for --help, and the version for
+// --version. If the work
 // throws, it prints one line to standard error, and after it the usage if the command line was
 // wrong. Returns the work's exit status, 2 for a wrong command line, or else `failed`.
 int runProgram(int argc, char* argv[], const std::string& name, const std::string& usage,

@@ -1,0 +1,88 @@
+// SPDX-License-Identifier: Zlib
+#include "tools/replay/RunCheck.h"
+
+#include <cstdio>
+#include <stdexcept>
+
+#include "game/PlayRules.h"
+#include "tools/replay/RulesRun.h"
+#include "tools/replay/RunLevel.h"
+
+static std::string decimals(double number, int count) {
+    char digits[32];
+    std::snprintf(digits, sizeof digits, "%.*f", count, number);
+    return digits;
+}
+
+double RunCheck::seconds() const {
+    return frames * framePeriod / 1000.0;
+}
+
+std::string RunCheck::resultText() const {
+    return std::string(goal ? "goal" : "no goal") + ", " + std::to_string(frames) + " frames, " +
+           decimals(seconds(), 3) + " s";
+}
+
+static std::string brokenClaim(const InputScript::Header& header, const RunCheck& check) {
+    if (!header.goalFrames || (check.goal && *header.goalFrames == check.frames)) return "";
+    return "the header claims the goal after " + std::to_string(*header.goalFrames) + " frames";
+}
+
+RunCheck RunCheck::of(const std::string& file, const RunLevel& level) {
+    RunCheck check;
+    check.file = file;
+    try {
+        const InputScript script = InputScript::fromFile(file);
+        check.player = script.getHeader().player;
+        check.cutShort = script.isCutShort();
+        check.problem = level.refusal(script.getHeader());
+        if (!check.problem.empty()) return check;
+        RulesRun run(script, level.getMap());
+        while (run.step()) {}
+        check.goal = run.reachesGoal();
+        check.frames = run.getPlayFrames();
+        check.problem = brokenClaim(script.getHeader(), check);
+    } catch (const std::runtime_error& error) {
+        check.problem = error.what();
+    }
+    return check;
+}
+
+std::string RunCheck::line(const RunLevel& level) const {
+    std::string text = file + ": " + resultText() + ", " + level.getName() + ", ";
+    if (!problem.empty()) return text + "not ok: " + problem;
+    return text + (cutShort ? "ok, but the recording was cut short" : "ok");
+}
+
+// A text of any bytes as a JSON string; bytes beyond ASCII are passed on.
+static std::string jsonText(const std::string& text) {
+    std::string quoted = "\"";
+    for (const char letter : text) {
+        char escaped[8] = {letter};
+        if (letter == '"' || letter == '\\') {
+            std::snprintf(escaped, sizeof escaped, "\\%c", letter);
+        } else if (static_cast<unsigned char>(letter) < ' ') {
+            std::snprintf(escaped, sizeof escaped, "\\u%04x", static_cast<unsigned>(letter));
+        }
+        quoted += escaped;
+    }
+    return quoted + "\"";
+}
+
+std::string RunCheck::json(const std::vector<RunCheck>& checks, const RunLevel& level) {
+    std::string text = "[";
+    for (const RunCheck& check : checks) {
+        if (text.size() > 1) text += ",";
+        text += "\n  {\"file\": " + jsonText(check.file) +
+                ", \"ok\": " + (check.problem.empty() ? "true" : "false") +
+                ", \"goal\": " + (check.goal ? "true" : "false") +
+                ", \"frames\": " + std::to_string(check.frames) +
+                ", \"seconds\": " + decimals(check.seconds(), 3) +
+                ", \"level\": " + jsonText(level.getName()) + ", \"levelHash\": \"" +
+                RunLevel::hashText(level.getHash()) + "\"" +
+                ", \"player\": " + jsonText(check.player) +
+                ", \"cutShort\": " + (check.cutShort ? "true" : "false") +
+                ", \"problem\": " + jsonText(check.problem) + "}";
+    }
+    return text + "\n]\n";
+}

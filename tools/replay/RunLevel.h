@@ -1,0 +1,32 @@
+// SPDX-License-Identifier: Zlib
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "game/LevelMap.h"
+#include "tools/replay/InputScript.h"
+
+// The level that runs are played on, and the name and hash that a run's header keeps of it.
+class RunLevel {
+public:
+    // Throws std::runtime_error if the file is not a level.
+    explicit RunLevel(const std::string& path);
+
+    const std::string& getPath() const { return path; }
+    const std::string& getName() const { return name; } // of the file, without folders
+    std::uint64_t getHash() const { return hash; }      // of the size and the codes
+    const LevelMap& getMap() const { return map; }
+
+    // Why the run cannot be played on this level, empty if it can. A script without header can.
+    std::string refusal(const InputScript::Header& header) const;
+
+    // The hash as 16 hexadecimal digits.
+    static std::string hashText(std::uint64_t hash);
+
+private:
+    std::string path;
+    std::string name;
+    LevelMap map;
+    std::uint64_t hash = 0;
+};
