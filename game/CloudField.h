@@ -18,8 +18,6 @@ public:
     void draw(Drawer& drawer, WorldPoint camera);
 
 private:
-    friend class Inspector;
-
     struct Cloud {
         float x = 0; // field units
         float y = 0; // field units

@@ -9,7 +9,6 @@
 
 class Application;
 class AudioSingleton;
-class CloudField;
 class Drawer;
 class GamePlay;
 class GameState;
@@ -18,9 +17,8 @@ class Player;
 struct HeldKeys;
 
 // A friend of the game's classes. Tools and tests use it to read private fields and to set
-// up situations; the game itself never does. It has four sources, so that a program links only what
-// it needs: InspectorPlayer.cpp (rules), InspectorSound.cpp, InspectorEffects.cpp, and
-// InspectorPlay.cpp for the rest.
+// up situations; the game itself never does. It has three sources, so that a program links only what
+// it needs: InspectorPlayer.cpp (rules), InspectorSound.cpp, and InspectorPlay.cpp for the rest.
 class Inspector {
 public:
     // The fields of a runner that the movement rules use; units as in Player.
@@ -35,15 +33,6 @@ public:
     };
     static Motion motion(const Player& player);
     static void setMotion(Player& player, const Motion& motion);
-
-    // One of the 128 clouds of a field, in field units.
-    struct Cloud {
-        float x = 0;
-        float y = 0;
-        bool driftingRight = false;
-    };
-    static Cloud cloud(const CloudField& field, int index);
-    static void setCloud(CloudField& field, int index, const Cloud& cloud);
 
     // A new AudioSingleton besides the program's own.
     static std::unique_ptr<AudioSingleton> makeSound();

@@ -8,9 +8,9 @@
 
 #include "game/LevelMap.h"
 
-// A level drawn as text, a line a row, the first line being row 0: '.' is empty, 'F' a flame, '#'
-// rock; any other character is a tile with the character's own code, so rock as well. A line feed
-// at the very front is left out, and a short line ends in rock.
+// A level drawn as text, one line per row: '.' is empty, 'F' a flame, '#' rock; any other character
+// is a tile of that code, which is rock too. A line feed at the very start is ignored, and a short
+// line is filled up with rock.
 inline LevelMap drawnGrid(const std::string& drawing) {
     std::vector<std::string> lines;
     std::size_t width = 0;
@@ -31,7 +31,7 @@ inline LevelMap drawnGrid(const std::string& drawing) {
                      : sign == 'F' ? LevelMap::flame
                      : sign == '#' ? std::uint8_t{0x20}
                                    : static_cast<std::uint8_t>(sign);
-            pixel += 4; // only the first byte of a pixel counts
+            pixel += 4; // the other bytes of a pixel are ignored
         }
     }
     return LevelMap(picture);

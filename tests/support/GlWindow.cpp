@@ -33,7 +33,7 @@ Picture Picture::ofWindow(int width, int height) {
 }
 
 Pixel Picture::at(int x, int y) const {
-    if (x < 0 || x >= width || y < 0 || y >= height) return {-1, -1, -1}; // like no real one
+    if (x < 0 || x >= width || y < 0 || y >= height) return {-1, -1, -1}; // equal to no pixel
     const int row = height - 1 - y;
     const std::uint8_t* pixel = &bytes[static_cast<std::size_t>(row * width + x) * 3];
     return {pixel[0], pixel[1], pixel[2]};

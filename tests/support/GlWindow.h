@@ -13,14 +13,14 @@
 
 #include "drawing/OpenGLDrawer.h"
 
-// A pixel of a picture, each channel 0 to 255.
+// A pixel; each channel is 0 to 255.
 struct Pixel {
     int r = 0;
     int g = 0;
     int b = 0;
 
     auto operator<=>(const Pixel&) const = default;
-    // Whether no channel is further off than the tolerance.
+    // Whether each channel differs by at most the tolerance.
     bool isNear(const Pixel& other, int tolerance = 2) const;
 };
 std::ostream& operator<<(std::ostream& out, const Pixel& pixel);
@@ -31,27 +31,25 @@ inline constexpr Pixel red = {255, 0, 0};
 inline constexpr Pixel green = {0, 255, 0};
 inline constexpr Pixel blue = {0, 0, 255};
 
-// What a window showed: pixels from the top left corner.
+// What a window showed. x and y count pixels from the top left corner.
 class Picture {
 public:
-    // The smallest box that holds all pixels that are not black; right and bottom are beyond it.
+    // right and bottom are just outside the box.
     struct Box {
         int left, top, right, bottom;
         bool operator==(const Box&) const = default;
     };
 
-    // What has been drawn on a window of this size and not been shown yet.
+    // What has been drawn on a window of this size since the last swap.
     static Picture ofWindow(int width, int height);
 
     Pixel at(int x, int y) const;
-    int getWidth() const { return width; }
-    int getHeight() const { return height; }
     bool operator==(const Picture& other) const { return bytes == other.bytes; }
 
     int count(const Pixel& pixel) const;
-    Box ink() const;
+    Box ink() const; // the smallest box around all pixels that are not black
     bool isBlack() const;
-    // Where two pictures of one size differ first, in words for a failed test; empty if nowhere.
+    // Describes the first difference from a picture of the same size; empty if there is none.
     std::string differenceTo(const Picture& other) const;
 
 private:
@@ -59,19 +57,19 @@ private:
 
     int width;
     int height;
-    std::vector<std::uint8_t> bytes; // RGB rows from the bottom, packed tight
+    std::vector<std::uint8_t> bytes; // RGB rows from the bottom, tightly packed
 };
 std::ostream& operator<<(std::ostream& out, const Picture::Box& box);
 
-// The one window of a test program, with the drawer of the game on it. The handles of textures are
-// kept for the whole process, so a program opens it once, as an environment of its tests.
+// The one window of a test program, with the game's drawer on it. The game keeps texture handles
+// for the whole process, so a program opens one window for all its tests.
 class GlWindow : public testing::Environment {
 public:
-    // Opens a window of 1280 by 720 pixels: a unit of the virtual screen is a pixel.
+    // In pixels: a unit of the virtual screen is a pixel.
     static constexpr std::uint16_t width = 1280;
     static constexpr std::uint16_t height = 720;
 
-    // Gives the program its window, with a drawer of the type that the tests want.
+    // Opens the window before the first test. DrawerType may record what it draws.
     template <typename DrawerType = OpenGLDrawer>
     static GlWindow* open() {
         const auto make = [] { return std::make_unique<DrawerType>(width, height); };
@@ -85,19 +83,19 @@ public:
 
     OpenGLDrawer& drawer() { return *openDrawer; }
 
-    // A whole frame on a cleared window, read back before it is shown.
+    // Paints a frame on a cleared window and reads it back.
     Picture paint(const std::function<void(OpenGLDrawer&)>& scene);
 
-    // A texture of makePixels, smoothed or of hard pixels.
+    // Makes a texture of makePixels, smoothed or with hard pixels; returns its handle.
     std::uint32_t makeTexture(int textureWidth, int textureHeight,
                               const std::function<Pixel(int, int)>& colourOf, int alpha = 255,
                               bool smooth = true);
-    // The handle of 8 by 8 hard pixels: red, with a green quarter at the top right, a blue one at
-    // the bottom left and a white one at the bottom right.
+    // The handle of a picture of 8 by 8 hard pixels: a quarter each of red and green at the top, of
+    // blue and white at the bottom.
     std::uint32_t quarters();
 
 private:
-    // SDL must be up when a drawer is made.
+    // The drawer is made in SetUp, since SDL must be initialised.
     using DrawerMaker = std::function<std::unique_ptr<OpenGLDrawer>()>;
     explicit GlWindow(DrawerMaker maker) : makeDrawer(std::move(maker)) {}
 
@@ -105,9 +103,9 @@ private:
     std::unique_ptr<OpenGLDrawer> openDrawer;
 };
 
-// RGBA pixels of a size in pixels, each with the colour that colourOf(x, y) gives and an alpha.
+// RGBA pixels; colourOf(x, y) gives their colours.
 PixelBuffer makePixels(int width, int height, const std::function<Pixel(int, int)>& colourOf,
                        int alpha = 255);
 
-// Left, bottom, width, height in pixels of the window, as GL has them.
+// The viewport of GL: left, bottom, width, height in pixels of the window.
 std::array<GLint, 4> realViewport();

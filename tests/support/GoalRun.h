@@ -9,16 +9,16 @@
 
 class LevelMap;
 
-// A replay that wins the shipped level, by the rules alone.
+// A replay that wins the shipped level, step by step by the rules alone.
 struct GoalRun {
     struct Frame {
-        Inspector::Motion before; // the step
+        Inspector::Motion before; // of the runner, before the step
         HeldKeys held;
         bool action = false; // pressed for this step
     };
 
-    // The frames of tests/replays/NAME.txt up to the one that reaches the goal; none if it does
-    // not.
+    // The frames of tests/replays/NAME.txt up to the one that reaches the goal; empty if the
+    // replay does not get there.
     static std::vector<Frame> find(const LevelMap& map, const std::string& name = "goal");
 
     // The shipped level.

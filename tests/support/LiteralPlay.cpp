@@ -33,7 +33,7 @@ void LiteralPlay::draw(OpenGLDrawer& drawer) {
 }
 
 void LiteralPlay::drawWorld(OpenGLDrawer& drawer) {
-    const WorldPoint camera = {player.position().x + 1.5f, player.position().y - 1.5f};
+    const WorldPoint camera = cameraFor(player.position());
     drawer.fillGradient(0, 0, 1280, 720, 112, 96, 128, 255, 255, 255, 255, 255);
     drawer.setBlendMode(1);
     drawer.drawTexture(sky, 0, 0, 1.25f, 1.25f, 1, 1, 1, 0.5f);
@@ -44,7 +44,7 @@ void LiteralPlay::drawWorld(OpenGLDrawer& drawer) {
     player.draw(drawer);
 }
 
-void LiteralPlay::drawSpeed(OpenGLDrawer& drawer) {
+void LiteralPlay::drawSpeed(OpenGLDrawer& drawer) const {
     drawer.drawText("Speed:", font, 384, 40, 1024, 1, 1, 1, 1, 1);
     drawer.drawText("88mph", font, 1024, 112, 512, 1, 1, 1, 1, 1);
     drawer.fillRect(640, 32, 608, 64, 255, 255, 255, 255);

@@ -11,13 +11,13 @@
 class OpenGLDrawer;
 
 // The play on the shipped level with nothing left out of its picture: the whole background, every
-// tile and outline, four rings of the vortex. It is slow and plain, and what the game's play shows
-// must be the same to the pixel. Built and drawn at the same states of the noise it goes in step.
+// tile and outline, four rings of the vortex. What the game's play shows must be the same to the
+// pixel. The two keep in step if both are made and drawn at the same values of the noise.
 class LiteralPlay {
 public:
     LiteralPlay() : map(GoalRun::loadLevel()), player({60, 984}) {}
 
-    // A step of the rules and a drawing.
+    // Makes a step of the rules and paints a frame.
     void draw(OpenGLDrawer& drawer);
 
     Player& runner() { return player; }
@@ -25,7 +25,7 @@ public:
 
 private:
     void drawWorld(OpenGLDrawer& drawer);
-    void drawSpeed(OpenGLDrawer& drawer);
+    void drawSpeed(OpenGLDrawer& drawer) const;
     void drawVortex(OpenGLDrawer& drawer);
 
     LevelMap map;

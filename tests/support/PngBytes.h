@@ -8,18 +8,17 @@
 
 using Bytes = std::vector<std::uint8_t>;
 
-// A PNG file of 8 bits a sample, in memory, for tests that need one of every kind.
+// Makes PNG files of several kinds in memory, with 8 bits a sample.
 struct PngBytes {
     enum Kind : std::uint32_t {
         grey = PNG_FORMAT_GRAY,
         greyAlpha = PNG_FORMAT_GA,
         rgb = PNG_FORMAT_RGB,
         rgba = PNG_FORMAT_RGBA,
-        palette = PNG_FORMAT_RGB_COLORMAP,      // its entries are red, green, blue,
-        paletteAlpha = PNG_FORMAT_RGBA_COLORMAP // and alpha
+        palette = PNG_FORMAT_RGB_COLORMAP // its entries are red, green, blue
     };
 
-    // The samples of the rows from the top, packed tight; their number decides the height.
+    // samples are the rows from the top, tightly packed; their number decides the height.
     static Bytes file(Kind kind, std::uint32_t width, const Bytes& samples,
                       const Bytes& paletteEntries = {}) {
         png_image image = {};

@@ -23,7 +23,7 @@ static std::string codesOf(const LevelMap& map) {
     return codes;
 }
 
-// With a picture file that goes with the test.
+// Loads levels from a file and deletes it after the test.
 class LevelMapFile : public testing::Test {
 protected:
     LevelMap load(const Bytes& file) const {
@@ -51,11 +51,9 @@ TEST_F(LevelMapFile, ATileIsTheFirstByteOfItsPixelWithAlphaOrWithout) {
 
 TEST(LevelMap, WhatLiesBeyondTheGridIsRock) {
     const LevelMap map = drawnGrid("..\n..\n..");
-    for (const int beyond : {-1, 3, 1000000, INT_MAX, INT_MIN}) {
+    for (const int beyond : {-1, 3, INT_MAX, INT_MIN}) {
         EXPECT_EQ(map.at(beyond, 1), LevelMap::outside);
         EXPECT_EQ(map.at(1, beyond), LevelMap::outside);
-        EXPECT_FALSE(map.contains(beyond, 1));
-        EXPECT_FALSE(map.contains(1, beyond));
     }
     EXPECT_EQ(map.at(2, 2), LevelMap::outside);
     EXPECT_EQ(map.at(1, 2), LevelMap::empty);

@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: Zlib
-// Fonts as they come out on the screen: each character against the font library's own picture of
-// it.
+// Fonts on the screen: each character against the font library's own picture of it.
 #include <SDL.h>
 #include <unistd.h>
 
@@ -25,7 +24,7 @@ static std::string fontPath() {
     return FilePath::getDataDirectory().join("fonts").join(fontName).text();
 }
 
-// What a font of one size must be like, from the library's own measures.
+// What a font of one size must be like, by the library's own measures.
 struct ExpectedFont {
     FontFile file;
     int maxAdvance = 0; // pixels
@@ -55,14 +54,8 @@ static Picture paint(const OpenGLFont& font, const std::string& text, float x, f
         [&](OpenGLDrawer&) { font.draw(text, x, y, wrapWidth, scale, 1, 1, 1, 1); });
 }
 
-// Units by which the quad of a character begins before the pen: half of what its ink is wider than
-// its step.
-static float overhang(const FontFile::Metrics& metrics) {
-    return static_cast<float>(std::max(0, metrics.inkWidth() - metrics.advance)) * 0.5f;
-}
-
-// How many pixels of a character with its quad at 100, 100 differ from the library's picture of it,
-// laid at its place within the quad; everything else must be black.
+// How many pixels of a character with its quad at 100, 100 differ from the library's picture of it;
+// everything else must be black.
 static int wrongPixels(const Picture& picture, const ExpectedFont& expected, char character) {
     const FontFile::Metrics metrics = expected.file.measure(character);
     const FontFile::Surface ink = expected.file.render(character);
@@ -87,7 +80,7 @@ static int wrongPixels(const Picture& picture, const ExpectedFont& expected, cha
 
 TEST(OpenGLFont, ShowsEveryCharacterOnItsBaselineAndNothingOfItsNeighbours) {
     int overhanging = 0;
-    for (const int size : {64, 48, 20, 8}) {
+    for (const int size : {48, 8}) { // in the smaller one, ink is wider than its step
         const ExpectedFont expected(size);
         ASSERT_TRUE(expected.file.isOpen());
         const OpenGLFont font(fontName, static_cast<float>(size) + 0.9f); // cut to whole pixels
@@ -95,14 +88,15 @@ TEST(OpenGLFont, ShowsEveryCharacterOnItsBaselineAndNothingOfItsNeighbours) {
         for (const char character : characters) {
             const FontFile::Metrics metrics = expected.file.measure(character);
             if (metrics.inkWidth() > expected.maxAdvance) continue; // reaches into the next cell
-            const float x = 100 + overhang(metrics);
-            overhanging += x > 100;
+            const int overhang = std::max(0, metrics.inkWidth() - metrics.advance);
+            overhanging += overhang > 0;
+            const float x = 100 + static_cast<float>(overhang) * 0.5f; // of the pen
             const Picture picture = paint(font, {character}, x, 100, 5000);
             EXPECT_EQ(wrongPixels(picture, expected, character), 0)
                 << "'" << character << "' at size " << size;
         }
     }
-    EXPECT_GT(overhanging, 5) << "the smallest size is there for these";
+    EXPECT_GT(overhanging, 5);
 }
 
 TEST(OpenGLFont, StepsByTheScaledAdvanceAndByWholeLines) {
@@ -133,24 +127,20 @@ TEST(OpenGLFont, StepsByTheScaledAdvanceAndByWholeLines) {
 
 TEST(OpenGLFont, TakesColourAndIsReachedByItsNumber) {
     OpenGLDrawer& drawer = window->drawer();
-    const std::int32_t large = drawer.createFont(fontName, 64);
-    const std::int32_t small = drawer.createFont(fontName, 32);
-    EXPECT_EQ(large, 1);
-    EXPECT_EQ(small, 2);
+    EXPECT_EQ(drawer.createFont(fontName, 64), 1);
+    EXPECT_EQ(drawer.createFont(fontName, 32), 2);
     const auto write = [](std::int32_t font) {
         return window->paint([=](OpenGLDrawer& painter) {
             painter.drawText("Speed:", font, 384, 40, 1024, 1, 1, 0, 1, 1);
         });
     };
-    const Picture::Box tall = write(large).ink();
-    const Picture::Box low = write(small).ink();
-    EXPECT_NEAR((tall.bottom - tall.top) / 2, low.bottom - low.top, 3);
-    EXPECT_GT(write(large).count({255, 0, 255}), 100);
+    EXPECT_GT(write(1).ink().bottom, write(2).ink().bottom + 15);
+    EXPECT_GT(write(1).count({255, 0, 255}), 100);
 }
 
 // --- finding the file
 
-// A folder that stands for the system's drive, with a file of a name that is none among its fonts.
+// A folder in place of the system's drive; the file among its fonts is not a font.
 class FontFolder {
 public:
     explicit FontFolder(const std::string& name) {
@@ -168,7 +158,7 @@ private:
     std::filesystem::path root = testing::TempDir() + "tarnwick-fonts-" + std::to_string(getpid());
 };
 
-// What is printed when a font is asked for; nothing if it is there.
+// What creating a font prints; nothing if it succeeds.
 static std::string complaintOf(const std::string& name, float size = 30) {
     testing::internal::CaptureStdout();
     const std::int32_t font = window->drawer().createFont(name, size);
@@ -177,7 +167,7 @@ static std::string complaintOf(const std::string& name, float size = 30) {
     return printed;
 }
 
-TEST(OpenGLFontFile, ThatIsMissingOrBrokenOrTooLargeGivesNoFontAndALine) {
+TEST(OpenGLFontFile, ThatIsMissingBrokenOrTooLargeGivesNoFontAndALine) {
     EXPECT_EQ(complaintOf("missing.ttf"), "OpenGLFont: Could not find font: missing.ttf\n");
     EXPECT_EQ(complaintOf(""), "OpenGLFont: Could not find font: \n") << "a folder is no font";
     EXPECT_EQ(complaintOf(fontName, 4000), "OpenGLFont: Could not load font: " + fontName + "\n")
@@ -186,11 +176,7 @@ TEST(OpenGLFontFile, ThatIsMissingOrBrokenOrTooLargeGivesNoFontAndALine) {
     EXPECT_EQ(complaintOf("broken.ttf"), "OpenGLFont: Could not load font: broken.ttf\n");
 }
 
-TEST(OpenGLFontFile, OfTheSystemComesBeforeTheGames) {
-    {
-        const FontFolder folder(fontName);
-        EXPECT_EQ(complaintOf(fontName), "OpenGLFont: Could not load font: " + fontName + "\n");
-    }
-    const FontFolder folder("another.ttf");
-    EXPECT_EQ(complaintOf(fontName), "");
+TEST(OpenGLFontFile, OfTheSystemIsPreferred) {
+    const FontFolder folder(fontName);
+    EXPECT_EQ(complaintOf(fontName), "OpenGLFont: Could not load font: " + fontName + "\n");
 }
