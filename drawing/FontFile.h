@@ -7,11 +7,11 @@
 #include <memory>
 #include <string>
 
-// A TrueType file, opened at a size through SDL_ttf. Characters are single bytes, all sizes are in
-// pixels. The library must be started before. Main thread.
+// A TrueType file, opened by SDL_ttf at one size. Characters are single bytes, all sizes are in
+// pixels. SDL_ttf must be initialised. A font owns it while it builds its atlas. Main thread.
 class FontFile {
 public:
-    // Of one character; x from the pen to the right, y from the baseline upward.
+    // Of one character; x counts from the pen to the right, y from the baseline upward.
     struct Metrics {
         int minX = 0;
         int maxX = 0;
@@ -31,10 +31,10 @@ public:
 
     Metrics measure(char character) const;
 
-    // The larger of the step from line to line and the height of a line.
+    // The larger of the distance between lines and the height of a line.
     int lineHeight() const;
 
-    // The ink of a character, 4 bytes a pixel, white with alpha; null if it has none.
+    // The ink of a character, white with alpha, 4 bytes per pixel; null if it has none.
     Surface render(char character) const;
 
 private:

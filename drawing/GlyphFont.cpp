@@ -47,7 +47,7 @@ void GlyphFont::setImage(int index, PixelBuffer pixels, std::uint32_t size, GLin
 
 void GlyphFont::draw(const std::string& text, float x, float y, float size, float r, float g,
                      float b, float a) const {
-    // Padding would look like a space between the glyphs, so they overlap by it.
+    // The glyphs overlap by the padding, which would otherwise show as a gap.
     const float trim =
         std::trunc(size / static_cast<float>(glyphs[0].width) * static_cast<float>(glyphPadding));
     const float step = size - trim;

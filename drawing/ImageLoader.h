@@ -6,10 +6,10 @@
 
 #include "drawing/LoadedImage.h"
 
-// Decodes PNG, JPEG (not progressive) and BMP files, known by their first bytes. Pictures of 3 or 4
-// bytes a pixel are taken (an alpha of 255 joins the former); paletted and grey ones of 1 byte,
-// those of more than 2^26 pixels, and everything that cannot be read, give the empty LoadedImage.
-// Nothing is printed. It has no state and is made where it is needed; main thread only.
+// Decodes PNG, JPEG (not progressive) and BMP files, recognised by their first bytes. Without an
+// alpha channel the alpha is 255. Pictures of 1 byte per pixel (paletted or grey), pictures of more
+// than 2^26 pixels and unreadable files give the empty LoadedImage. It prints nothing and has no
+// state; make one where you need it. Main thread.
 class ImageLoader {
 public:
     LoadedImage loadFromMemory(const void* data, std::size_t bytes) const;

@@ -4,11 +4,10 @@
 #include <cstdint>
 #include <memory>
 
-// Pixels as everything in the game passes them: red, green, blue, alpha, one byte each, rows from
-// the top and packed tight. Whoever holds the buffer owns it.
+// RGBA pixels as the whole game passes them: one byte each, rows from the top, tightly packed.
 using PixelBuffer = std::unique_ptr<std::uint8_t[]>;
 
-// A decoded picture. One that could not be decoded has null pixels and sizes of 0.
+// A decoded picture. If it could not be decoded, pixels is null and the sizes are 0.
 struct LoadedImage {
     PixelBuffer pixels;       // width x height x 4 bytes
     std::uint32_t width = 0;  // in pixels, 1 to 65535

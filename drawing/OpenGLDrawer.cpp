@@ -50,7 +50,7 @@ static void setAttributes(const SDL_VideoInfo* video, std::int32_t multisample) 
     }
 }
 
-// Whether there is anything to open a window on.
+// Whether there is a screen to open a window on.
 static bool hasScreen() {
     char driver[16] = "";
     return SDL_VideoDriverName(driver, sizeof driver) && std::strcmp(driver, "dummy") != 0;
@@ -100,7 +100,7 @@ bool OpenGLDrawer::openSurface(bool fullscreen, std::int32_t multisample) {
     } else {
         Platform::setEnvironment("SDL_VIDEO_CENTERED", "1");
     }
-    // Before the first mode is set, these are the desktop's.
+    // Until the first mode is set, this is the desktop's size.
     const int desktopWidth = video ? video->current_w : 0;
     const int desktopHeight = video ? video->current_h : 0;
 

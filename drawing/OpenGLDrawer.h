@@ -13,16 +13,16 @@
 
 struct QuadBox;
 
-// The drawer on an SDL 1.2 window and the fixed pipeline of OpenGL in immediate mode. It fits the
-// virtual screen into a window of any size, with black bars where the shapes differ. Without a
-// window or a usable driver it has no context, and then every operation does nothing.
+// Draws in an SDL 1.2 window with OpenGL's fixed pipeline in immediate mode. It fits the virtual
+// screen into a window of any size, with black bars where the shapes differ. Without a window or a
+// usable driver it has no context, and then every operation does nothing.
 //
 // Between any two operations the GL state is: model-view matrix mode, the fitted viewport, texture
 // unit 0 active, name 0 bound on both units, texturing on for unit 0 and off for unit 1, blending
-// on, depth test off. GL objects are left to the end of the process.
+// on, depth test off. GL objects live to the end of the process.
 class OpenGLDrawer : public Drawer {
 public:
-    // SDL must be initialised; neither its video nor GL is touched here.
+    // SDL must be initialised. This opens no window and makes no GL call.
     OpenGLDrawer(std::int16_t virtualWidth, std::int16_t virtualHeight);
 
     bool createWindow(std::uint16_t width, std::uint16_t height, bool fullscreen,
@@ -76,28 +76,28 @@ public:
     bool canSupport(int feature) override;
     void setGlyphImage(int index, PixelBuffer pixels, std::uint32_t size) override;
 
-    // Whether textures made from now on are smoothed (at the start they are) or keep hard pixels.
+    // Whether textures made from now on are smoothed (the default) or keep hard pixels.
     void setTextureFiltering(bool linear) { textures.setFiltering(linear); }
 
     // The record of a handle, null for a dead one; valid until the texture is deleted.
     const TextureRecord* textureRecord(std::uint32_t handle) const { return textures.find(handle); }
 
-    // Whether what is painted from now on is opaque. In blend mode 0 opaque paint is not blended,
-    // which changes no pixel and takes half the time. Callers must restore false.
+    // Declares that everything painted from now on is opaque. In blend mode 0 it is then painted
+    // without blending: the same pixels in half the time. Callers must restore false.
     void setOpaque(bool opaque);
 
-    // A part of a sheet of 128 by 128 pixels that the caller has bound to unit 0. u, v, du, dv are
-    // texture coordinates of a window that lies 0.001 inside the part on each side.
+    // Draws a cell of a sheet of 128 by 128 pixels that the caller has bound to unit 0. u, v, du,
+    // dv are texture coordinates of a window that lies 0.001 inside the cell on each side.
     void drawTileQuad(float x, float y, float u, float v, float du, float dv, float scaleX,
                       float scaleY, float r, float g, float b, float a);
 
-    // Lets what follows show only in a part of the virtual screen, rounded outward to whole pixels
-    // and a pixel more; the translation does not move it. stopClipping ends it.
+    // Restricts painting to a part of the virtual screen, rounded outward to whole pixels plus one.
+    // The translation does not move it. stopClipping ends it.
     void clip(float x, float y, float w, float h);
     void stopClipping();
 
 private:
-    // A fan around element 0, the centre; the rim follows in order. All four have `count` elements.
+    // A fan: element 0 is the centre, the rim follows in order. All four have `count` elements.
     struct Polygon {
         std::vector<float> xs; // units
         std::vector<float> ys;
@@ -106,7 +106,7 @@ private:
         std::int32_t count = 0;
     };
 
-    // The shader entry points of the driver, or functions that do nothing.
+    // The shader functions of the driver, or functions that do nothing.
     struct ShaderCalls {
         PFNGLUNIFORM1IARBPROC uniform1i = [](GLint, GLint) {};
         PFNGLUNIFORM1FARBPROC uniform1f = [](GLint, GLfloat) {};
@@ -144,7 +144,7 @@ private:
     GlyphFont glyphFont;
     std::vector<std::unique_ptr<OpenGLFont>> fonts;
     std::uint32_t secondTexture = 0;
-    std::int32_t baseUniform = -1; // locations in the last program made, -1 for none
+    std::int32_t baseUniform = -1; // locations in the newest program, -1 for none
     std::int32_t secondUniform = -1;
     std::int32_t paramUniform = -1;
     std::uint16_t windowWidth = 1024; // pixels
@@ -161,5 +161,5 @@ private:
     ShaderCalls shaderCalls;
     bool hasContext = false;
 
-    static std::uint32_t lineTexture; // of drawLine, for the whole program
+    static std::uint32_t lineTexture; // of drawLine, for the whole process
 };

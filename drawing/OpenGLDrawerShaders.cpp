@@ -37,7 +37,7 @@ bool OpenGLDrawer::canSupport(int feature) {
     }
 }
 
-// The text of a file up to its first zero byte; empty for what cannot be read, a folder included.
+// The text of a file up to its first zero byte; empty if the file cannot be read.
 static std::string readText(const std::string& path) {
     std::ifstream file = FilePath(path).open();
     std::string text;

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Zlib
-// Where the picture lies in the window: units and pixels, the fitted picture, clipping. Also a part
-// of the screen, a picture off screen, and reading the screen, none of which the game uses.
+// Where the picture lies in the window: units, fitting, clipping. Also drawing into a part of the
+// screen or off screen, and reading the screen, which the game does not use.
 #include "drawing/OpenGLDrawer.h"
 
 #include <GL/glu.h>
@@ -13,7 +13,7 @@
 static constexpr int offscreenWidth = 1280; // pixels of the frame buffer's picture
 static constexpr int offscreenHeight = 720;
 
-// The units at the right, the bottom and the top edge of the viewport; 0 is at the left.
+// Sets the units at the right, bottom and top edge of the viewport; the left edge is 0.
 static void setUnits(GLdouble right, GLdouble bottom, GLdouble top) {
     glMatrixMode(GL_PROJECTION);
     glLoadIdentity();
@@ -63,7 +63,7 @@ void OpenGLDrawer::stopClipping() {
 
 // --- a part of the screen
 
-// Units as pixels, of which 16 bits are kept: the rest is lost only far outside any window.
+// Converts units to pixels, cut to 16 bits. Only values far outside any window lose bits.
 static std::int16_t toPixels(std::int16_t units, std::int16_t virtualSide, float pixelSide) {
     const float pixels = static_cast<float>(units) / virtualSide * pixelSide;
     return static_cast<std::int16_t>(static_cast<std::int32_t>(pixels));
@@ -129,7 +129,7 @@ void OpenGLDrawer::beginOffscreen() {
     glBindFramebufferEXT(GL_FRAMEBUFFER_EXT, frameBuffer);
     glDrawBuffer(GL_COLOR_ATTACHMENT0_EXT);
     glViewport(0, 0, width, height);
-    // Upside down against the window's: textures are painted with their first row at the top.
+    // Upside down compared to the window, since textures have their first row at the top.
     setUnits(width, 0, height);
 }
 
@@ -146,7 +146,7 @@ std::unique_ptr<std::uint8_t[]> OpenGLDrawer::readScreen() {
     if (hasContext) SDL_GL_SwapBuffers();
     auto buffer = std::make_unique<std::uint8_t[]>(bytes);
     if (!hasContext) return buffer;
-    // The driver would begin each row at a multiple of 4 bytes; the buffer holds them tight.
+    // By default each row would start at a multiple of 4 bytes; ours are tightly packed.
     glPixelStorei(GL_PACK_ALIGNMENT, 1);
     glReadPixels(0, 0, windowWidth, windowHeight, GL_RGB, GL_UNSIGNED_BYTE, buffer.get());
     glPixelStorei(GL_PACK_ALIGNMENT, 4);

@@ -15,12 +15,12 @@
 static const std::string characterSet =
     "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789+-=.,;:'?()!\"\\/<>_ ";
 
-static constexpr int columnsCounted = 10; // cells a row that the atlas is sized from at first
-static constexpr int columnsUsed = 11;    // characters a row of the atlas
+static constexpr int columnsCounted = 10; // cells per row that the atlas is at least sized for
+static constexpr int columnsUsed = 11;    // characters per row of the atlas
 static constexpr int rowsUsed = 8;        // for 81 characters
-static constexpr int largestCell = 372;   // pixels; the atlas then takes 64 MiB at most
-static constexpr int linePadding = 4;     // pixels, within a line and again between atlas rows
-static constexpr float quadPadding = 2;   // pixels that a quad reaches below its line
+static constexpr int largestCell = 372;   // pixels; keeps the atlas to 64 MiB
+static constexpr int linePadding = 4;     // pixels, in each line and again between atlas rows
+static constexpr float quadPadding = 2;   // pixels by which a quad extends below its line
 
 OpenGLFont::Library::Library() {
     if (TTF_Init() == -1) std::cout << "OpenGLFont: Could not initialise SDL_ttf.";
@@ -48,7 +48,7 @@ static FontGlyph placeGlyph(char character, const FontFile::Metrics& metrics, in
     FontGlyph glyph = {character, static_cast<float>(x), static_cast<float>(y)};
     glyph.advance = static_cast<float>(metrics.advance);
     glyph.width = glyph.advance;
-    if (metrics.inkWidth() > metrics.advance) { // the ink is centred on the step
+    if (metrics.inkWidth() > metrics.advance) { // centre the ink on the advance
         glyph.width = static_cast<float>(metrics.inkWidth());
         glyph.offset = -0.5f * (glyph.width - glyph.advance);
     }
@@ -57,7 +57,7 @@ static FontGlyph placeGlyph(char character, const FontFile::Metrics& metrics, in
 
 OpenGLFont::OpenGLFont(const std::string& fileName, float size) {
     const FilePath path = findFile(fileName);
-    glGetError(); // an error left by somebody else
+    glGetError(); // forget an earlier error
     if (!path.exists()) {
         std::cout << "OpenGLFont: Could not find font: " << fileName << std::endl;
         return;
@@ -75,7 +75,7 @@ bool OpenGLFont::buildAtlas(const FontFile& file) {
         maxAdvance = std::max(maxAdvance, metrics.advance);
         if (metrics.inkHeight() > maxHeight) maxHeight = metrics.inkHeight() + 1;
     }
-    // A broken file may claim any size.
+    // A broken file may have any size.
     if (std::max({maxAdvance, maxHeight, file.lineHeight()}) > largestCell) return false;
     const int linePixels = std::max(file.lineHeight(), maxHeight) + linePadding;
     const int rowStep = linePixels + linePadding;
@@ -89,7 +89,7 @@ bool OpenGLFont::buildAtlas(const FontFile& file) {
         const int top = cell / columnsUsed * rowStep;
         ++cell;
         if (const FontFile::Surface ink = file.render(character)) {
-            // The baselines of a row line up.
+            // All characters of a row are on one baseline.
             atlas.copy(*ink, left, top + maxHeight - metrics.maxY - 1);
         }
         glyphs.push_back(placeGlyph(character, metrics, left, top));

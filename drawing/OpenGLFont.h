@@ -9,24 +9,25 @@
 
 class FontFile;
 
-// A TrueType font as one texture of 81 characters, and text painted from it. The drawer owns the
-// fonts. The font library is used only while the texture is built, in the constructor; GL must be
-// up by then. A font is never rebuilt and its texture lives to the end of the process. Main thread.
+// A TrueType font: one texture with 81 characters, and text painted from it. The drawer owns the
+// fonts. The constructor builds the texture and needs a GL context; painting no longer needs the
+// font library. A font is never rebuilt, and its texture lives to the end of the process. Main
+// thread.
 class OpenGLFont {
 public:
-    // Looks for the file in the system's font folders and then in "fonts" beside the executable;
-    // size in pixels. A failure prints a line and leaves the font invalid.
+    // Searches the system's font folders for the file, then "fonts" beside the executable; size in
+    // pixels. A failure prints a line and leaves the font invalid.
     OpenGLFont(const std::string& fileName, float size);
 
     bool isValid() const { return valid; }
 
-    // Paints text, wrapped at wrapWidth units. The top left corner of the first line is at x, y; a
-    // scale of 1 paints one pixel of the atlas as one unit. The step from line to line is the same
-    // at every scale.
+    // Paints text, wrapped at wrapWidth units. The top left corner of the first line is at x, y. At
+    // scale 1 a pixel of the atlas is a unit. The distance between lines does not depend on the
+    // scale.
     void draw(const std::string& text, float x, float y, float wrapWidth, float scale, float r,
               float g, float b, float a) const;
 
-    // Initialises the font library, once for the whole program, until it exits.
+    // Initialises the font library for the rest of the process; later calls do nothing.
     static void startLibrary();
 
 private:
@@ -35,7 +36,7 @@ private:
         ~Library();
     };
 
-    bool buildAtlas(const FontFile& file); // false if it would be too large for a texture
+    bool buildAtlas(const FontFile& file); // false if the atlas would be too large for a texture
     void paintGlyph(const FontGlyph& glyph, float x, float y, float scale, float r, float g,
                     float b, float a) const;
 

@@ -7,9 +7,9 @@
 class Drawer;
 class OpenGLDrawer;
 
-// Decodes entry `sprite` of spriteImages and makes a texture of it, filtered as the drawer is set
-// at the moment. Gives the handle, 0 if the picture could not be decoded.
+// Decodes entry `sprite` of spriteImages and makes a texture from it with the drawer's current
+// filtering. Returns the handle, 0 if the picture could not be decoded.
 std::uint32_t createSpriteTexture(Drawer& drawer, std::size_t sprite);
 
-// The same with hard pixels; the drawer smooths again afterwards.
+// The same with hard pixels. Textures made afterwards are smoothed.
 std::uint32_t createHardSpriteTexture(OpenGLDrawer& drawer, std::size_t sprite);

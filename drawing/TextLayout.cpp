@@ -39,7 +39,7 @@ std::vector<TextLine> breakIntoLines(const std::vector<FontGlyph>& font, const s
         measure += scale * advanceOf(font, line.back());
         if (!(measure >= wrapWidth)) continue;
 
-        // A line has one entry for each character, so what leaves it goes back into the text.
+        // A line has one entry per character, so i goes back by the number of entries removed.
         const auto lastBlank = std::find_if(line.rbegin(), line.rend(), isBlank);
         if (lastBlank != line.rend()) {
             const auto taken = lastBlank - line.rbegin() + 1;

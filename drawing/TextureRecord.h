@@ -3,8 +3,8 @@
 
 #include <cstdint>
 
-// What the drawer knows of a texture. The texture's sides are powers of two; a picture of another
-// size lies in its top left corner.
+// What the drawer knows about a texture. The picture lies in the texture's top left corner; the
+// texture may be larger, since its sides are powers of two.
 struct TextureRecord {
     std::uint32_t name = 0;   // of the GL texture
     std::uint16_t width = 0;  // of the picture, in pixels

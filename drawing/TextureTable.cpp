@@ -25,7 +25,7 @@ PixelBuffer TextureTable::padRows(const PixelBuffer& pixels, std::uint32_t width
     return padded;
 }
 
-// Copies the picture's last row, its padding included, to all rows below.
+// Copies the picture's last row, with its padding, to all rows below.
 static void repeatLastRow(const PixelBuffer& padded, std::uint32_t height,
                           std::uint32_t paddedWidth, std::uint32_t paddedHeight) {
     const std::size_t rowBytes = paddedWidth * pixelBytes;

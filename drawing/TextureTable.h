@@ -9,22 +9,22 @@
 #include "drawing/LoadedImage.h"
 #include "drawing/TextureRecord.h"
 
-// The drawer's textures by handle: how pixels become a GL texture, and which handle it gets. A GL
-// texture has sides that are powers of two; a picture of another size is padded. The drawer owns
-// the one table and uses it only while it has a GL context. Textures that are not erased live to
+// The drawer's textures, by handle: it turns pixels into GL textures and hands out their handles.
+// The sides of a GL texture are powers of two; a picture of another size is padded. The drawer owns
+// the only table and uses it only while it has a GL context. Textures that are not erased live to
 // the end of the process. Main thread.
 class TextureTable {
 public:
-    // Whether textures made from now on are smoothed (at the start they are) or keep hard pixels.
+    // Whether textures made from now on are smoothed (the default) or keep hard pixels.
     void setFiltering(bool linear) { filter = linear ? GL_LINEAR : GL_NEAREST; }
     GLint getFilter() const { return filter; } // GL_LINEAR or GL_NEAREST
 
-    // Makes a texture of a picture, sizes in pixels. Returns its handle; 0 for null pixels, for a
+    // Makes a texture from a picture, sizes in pixels. Returns its handle; 0 for null pixels, for a
     // side outside 1 to 65535, and if memory runs out.
     std::uint32_t create(PixelBuffer pixels, std::uint32_t width, std::uint32_t height);
 
-    // Takes ownership of a GL texture and returns its handle. Handles count up; of erased ones only
-    // the newest is given again.
+    // Takes ownership of a GL texture and returns its handle. Handles count up; of erased handles
+    // only the newest is reused.
     std::uint32_t add(const TextureRecord& record);
 
     // Deletes a texture; an unknown handle is ignored.
@@ -33,14 +33,14 @@ public:
     // Null for an unknown handle; valid until the texture is erased.
     const TextureRecord* find(std::uint32_t handle) const;
 
-    // Makes a GL texture of any size and returns its name; null pixels leave its content undefined.
-    // filter is GL_LINEAR or GL_NEAREST, wrap is GL_REPEAT or GL_CLAMP_TO_EDGE.
+    // Makes a GL texture of any size and returns its name; with null pixels its content is
+    // undefined. filter is GL_LINEAR or GL_NEAREST, wrap is GL_REPEAT or GL_CLAMP_TO_EDGE.
     static GLuint upload(const std::uint8_t* pixels, std::uint32_t width, std::uint32_t height,
                          GLint filter, GLint wrap);
 
-    // A copy with the picture in its top left corner. The rest of each picture row is filled with
-    // the row's last byte, its alpha, so that a filter at the edge meets no other transparency. The
-    // rows below the picture are zero. Null if memory runs out.
+    // Returns a larger picture with this one in its top left corner. The rest of each row is filled
+    // with the row's last byte, an alpha, so that smoothing at the edge does not change the
+    // transparency. The rows below are zero. Null if memory runs out.
     static PixelBuffer padRows(const PixelBuffer& pixels, std::uint32_t width, std::uint32_t height,
                                std::uint32_t paddedWidth, std::uint32_t paddedHeight);
 

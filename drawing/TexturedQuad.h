@@ -3,15 +3,15 @@
 
 #include <GL/glew.h>
 
-// Painting with the texture that is bound to unit 0, for the drawer and its fonts. All three need a
-// GL context.
+// How the drawer and its fonts paint with the texture that is bound to unit 0. A GL context must
+// exist.
 
-// Sides of a rectangle, in texture coordinates or in units of the virtual screen.
+// A rectangle in texture coordinates or in units of the virtual screen.
 struct QuadBox {
     float left, top, right, bottom;
 };
 
-// A corner between glBegin and glEnd: texture coordinates, then its place.
+// Adds a corner between glBegin and glEnd: its texture coordinates, then its position.
 inline void quadCorner(float u, float v, float x, float y) {
     glMultiTexCoord2fARB(GL_TEXTURE0_ARB, u, v);
     glVertex2f(x, y);
@@ -27,7 +27,7 @@ inline void paintQuad(const QuadBox& source, const QuadBox& target) {
     glEnd();
 }
 
-// Unbinds the texture and makes white the current colour.
+// Unbinds the texture and sets the current colour to white.
 inline void releaseTexture() {
     glColor4f(1, 1, 1, 1);
     glBindTexture(GL_TEXTURE_2D, 0);

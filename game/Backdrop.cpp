@@ -24,7 +24,7 @@ void drawBackdrop(Drawer& drawer, std::uint32_t skyTexture, std::uint8_t red, st
         paint(drawer, skyTexture, red, green, blue);
         return;
     }
-    // The strips on both sides, clipped out of the whole quads, which gives the same pixels.
+    // The whole quads, clipped to a strip on each side, so that the pixels stay the same.
     auto& painter = static_cast<OpenGLDrawer&>(drawer);
     const float strip = (drawer.width - hiddenWidth) / 2;
     if (strip <= 0) return;

@@ -5,11 +5,11 @@
 
 class Drawer;
 
-// The sky over the whole screen: a gradient from a colour at the top to white, and the sky's
-// picture added at half strength. A band in the middle that something hides, as high as the screen
-// and hiddenWidth units wide, is left out; 0 for none.
+// Paints the sky over the whole screen: a gradient from a colour at the top to white at the bottom,
+// and the sky's picture added at half strength. It leaves out a band in the middle, hiddenWidth
+// units wide, that the caller will cover; 0 for none.
 void drawBackdrop(Drawer& drawer, std::uint32_t skyTexture, std::uint8_t red, std::uint8_t green,
                   std::uint8_t blue, float hiddenWidth);
 
-// The sky's picture alone, added at half strength to what is painted.
+// Adds only the sky's picture, at half strength.
 void drawSky(Drawer& drawer, std::uint32_t skyTexture);

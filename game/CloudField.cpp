@@ -8,17 +8,17 @@
 #include "drawing/SpriteTexture.h"
 #include "images/EmbeddedImages.h"
 
-static constexpr float fieldSize = 64;       // field units, both ways
-static constexpr float scrollRate = 0.0625f; // field units a tile of camera movement
+static constexpr float fieldSize = 64;       // field units, width and height
+static constexpr float scrollRate = 0.0625f; // field units per tile of camera movement
 static constexpr float scrollStartX = 24;    // field units of camera movement before it scrolls
 static constexpr float scrollStartY = 16;
-static constexpr float windowWidth = 48; // field units; the screen shows the first 16 both ways
+static constexpr float windowWidth = 48; // field units; the screen shows the first 16 by 16
 static constexpr float windowHeight = 32;
-static constexpr float unitsX = 80; // units of the virtual screen a field unit
+static constexpr float unitsX = 80; // units of the virtual screen per field unit
 static constexpr float unitsY = 45;
 static constexpr float pictureWidth = 132; // units
 static constexpr float pictureHeight = 68;
-static constexpr float driftStep = 0.001f; // field units a drawing
+static constexpr float driftStep = 0.001f; // field units per drawing
 
 static std::uint32_t cloudTexture = 0; // made by the first drawing of the process
 

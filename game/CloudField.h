@@ -7,10 +7,10 @@
 
 class Drawer;
 
-// The far layer of the world: pale clouds that drift to and fro and scroll with a sixteenth of the
-// camera's movement. The field is 64 by 64 field units; one is 80 by 45 units of the virtual
-// screen. The screen that plays owns it and calls draw once a frame, which also moves the clouds,
-// seen or not. Building one draws 384 numbers from the noise. Main thread.
+// The far layer of the world: pale clouds that drift left and right and scroll at a sixteenth of
+// the camera's speed. The field is 64 by 64 field units; a field unit is 80 by 45 units of the
+// virtual screen. The playing screen owns it and calls draw once per frame, which also moves all
+// clouds. Constructing one takes 384 numbers from the noise. Main thread.
 class CloudField {
 public:
     CloudField();

@@ -12,7 +12,7 @@ LevelMap::LevelMap(const FilePath& path)
 
 LevelMap::LevelMap(const LoadedImage& picture) {
     std::unique_ptr<Row[]> grid(new (std::nothrow) Row[picture.height]);
-    if (!grid) return; // a level that memory does not hold is an empty one
+    if (!grid) return; // out of memory: the level stays empty
     const std::uint8_t* pixel = picture.pixels.get();
     for (std::size_t y = 0; y < picture.height; ++y) {
         grid[y].reset(new (std::nothrow) std::uint8_t[picture.width]);

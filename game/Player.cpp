@@ -13,14 +13,14 @@ static constexpr float kickSideways = 0.5f;
 static constexpr float kickUpward = 0.25f;
 static constexpr float flameRebound = 0.5f; // upward, off a flame underfoot
 static constexpr float flameThrow = 1.0f;   // sideways, away from a flame at the side
-static constexpr float friction = 0.66f;    // of vx kept a frame
-static constexpr float restSpeed = 0.01f;   // friction ends in a stop below it
+static constexpr float friction = 0.66f;    // share of vx kept per frame
+static constexpr float restSpeed = 0.01f;   // friction stops the runner below this
 static constexpr float steering = 0.01f;
 static constexpr float brakeSpeed = 0.05f; // above it, steering against the motion brakes
-static constexpr float brake = 0.5f;       // of vx kept a frame
+static constexpr float brake = 0.5f;       // share of vx kept per frame
 static constexpr float speedLimit = 1.0f;  // on each axis, outside a kick
-static constexpr float liftSpeed = 1.0f;   // a landing takes this from vy, again and again,
-static constexpr float landingLift = 0.5f; // and raises the runner by so many tiles each time
+static constexpr float liftSpeed = 1.0f;   // a landing repeatedly takes this from vy
+static constexpr float landingLift = 0.5f; // and raises the runner by this many tiles
 
 static bool isSolid(const LevelMap& map, int column, int row) {
     return map.at(column, row) != LevelMap::empty;
@@ -40,7 +40,7 @@ void Player::update(const HeldKeys& held, const LevelMap& map) {
     } else {
         stepInAir(map, cx, cy);
     }
-    // A kick made in this very step already escapes steering and the limit.
+    // A kick that begins in this step is already free of steering and the limit.
     if (!kicking) {
         steer(held);
         limitSpeed();
@@ -56,7 +56,7 @@ void Player::update(const HeldKeys& held, const LevelMap& map) {
 void Player::stepInAir(const LevelMap& map, int cx, int cy) {
     const float previous = vy;
     vy += gravity;
-    // A kick ends at the top of its arc; one that goes downward all along has no such moment.
+    // A kick ends at the top of its arc; one that only goes down has no top.
     if (kicking && previous < 0 && vy >= 0) kicking = false;
     if (kickRequested) {
         const bool wallRight = isSolid(map, cx + 1, cy);
@@ -70,7 +70,7 @@ void Player::stepInAir(const LevelMap& map, int cx, int cy) {
 }
 
 void Player::stepOnGround(const LevelMap& map, bool steered, int cx, int& cy) {
-    // A fall in a kick may overshoot the ground by more than a tile: climb back.
+    // A fast fall may overshoot the ground by more than a tile, so climb back.
     while (vy > liftSpeed) {
         vy -= liftSpeed;
         y -= landingLift;
@@ -90,7 +90,7 @@ void Player::stepOnGround(const LevelMap& map, bool steered, int cx, int& cy) {
 void Player::land(const LevelMap& map, int cx, int cy) {
     kicking = false;
     if (isFlame(map, cx, cy + 1)) {
-        // The fall's speed stays, so a fast landing is thrown less high.
+        // The falling speed is kept, so a fast landing is thrown less high.
         airborne = true;
         vy -= flameRebound;
     } else {
@@ -116,7 +116,7 @@ void Player::limitSpeed() {
 }
 
 void Player::stopAtWalls(const LevelMap& map, int cx, int cy) {
-    // A stop drops the fraction of x, toward the left on both sides.
+    // A stop drops the fraction of x, so it moves the runner left at either wall.
     if (vx > 0 && isSolid(map, cx + 1, cy)) {
         vx = isFlame(map, cx + 1, cy) ? -flameThrow : 0.0f;
         x = static_cast<float>(cx);

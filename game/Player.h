@@ -15,31 +15,31 @@ struct HeldKeys {
     bool down = false;
 };
 
-// The runner: position, velocity, the flags of the movement rules, and the sprite. The screen that
-// plays owns it and calls update and then draw once a frame; one step is one frame, and every speed
-// is in tiles per frame. The runner is a point that occupies the tile it lies in; only that tile's
-// four neighbours are ever tested. Main thread, apart from speed.
+// The runner: position, velocity, the flags of the movement rules, and the sprite. The playing
+// screen owns it and calls update and then draw once per frame; every speed is in tiles per frame.
+// The runner is a point in a tile; only that tile's four neighbours are ever tested. Main thread,
+// except for speed.
 class Player {
 public:
     explicit Player(WorldPoint start);
 
-    // Asks for a jump or a wall kick in the next step; the request is forgotten after it.
+    // Requests a jump or a wall kick for the next step only.
     void requestKick() { kickRequested = true; }
 
-    // One step of the movement rules. Of the keys, left and right are read.
+    // Makes one step by the movement rules. Only the left and right keys have an effect.
     void update(const HeldKeys& held, const LevelMap& map);
 
-    // Draws the sprite at its fixed place on the screen and steps the animation.
+    // Draws the sprite at its fixed place on the screen and advances the animation.
     void draw(Drawer& drawer);
 
-    // Starts the spin away: the next draw shows it.
+    // Starts the final spin, from the next draw on.
     void startWarp();
 
-    // Tiles per frame. The audio thread may ask too; it can get the two components of neighbouring
-    // frames.
+    // Tiles per frame. The audio thread may call this too; it may then combine components from two
+    // consecutive frames.
     float speed() const;
 
-    // The speed in the flight of a wall kick, 0 outside it.
+    // The speed during the flight of a wall kick, otherwise 0.
     float kickSpeed() const { return kicking ? speed() : 0.0f; }
 
     WorldPoint position() const { return {x, y}; }
@@ -48,7 +48,7 @@ public:
 private:
     friend class Inspector;
 
-    static constexpr float warpStep = 0.01f; // a drawing of the spin away
+    static constexpr float warpStep = 0.01f; // per drawing of the final spin
 
     void stepInAir(const LevelMap& map, int cx, int cy);
     void stepOnGround(const LevelMap& map, bool steered, int cx, int& cy);
@@ -66,12 +66,12 @@ private:
     SharedValue<float> vx = 0.0f; // tiles per frame
     SharedValue<float> vy = 0.0f; // tiles per frame, positive is downward
     bool kickRequested = false;
-    bool kicking = false;   // in the free flight of a kick: no steering, no speed limit
-    bool airborne = true;   // shows the air sprites and feeds the star trail
+    bool kicking = false;   // in the flight of a kick: no steering, no speed limit
+    bool airborne = true;   // shows the air sprites and leaves stars
     int runFrame = 0;       // 0 to 5
     int airFrame = 0;       // 0 to 3
     int idleFrame = 0;      // 0 to 3
-    int frameCountdown = 4; // drawings until the three frames step
+    int frameCountdown = 4; // drawings until the next frame of all three
     bool facingRight = true;
-    float warp = 1.0f; // below 1 the runner spins away
+    float warp = 1.0f; // below 1 during the final spin
 };

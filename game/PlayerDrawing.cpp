@@ -13,12 +13,12 @@ static constexpr float spriteSide = 64;
 static constexpr float spriteScale = 2;  // 32 pixels to 64 units
 static constexpr float spritePivot = 16; // the middle of the picture, in its pixels
 
-// The spin away: warp falls from 1 by a step a drawing, without end.
-static constexpr float warpTurn = 720; // degrees for a whole unit of warp
-static constexpr float warpRise = 180; // units of the screen for a whole unit of warp
+// The final spin: warp falls from 1 by a step per drawing, without end.
+static constexpr float warpTurn = 720; // degrees per unit of warp
+static constexpr float warpRise = 180; // units of the screen per unit of warp
 static constexpr float warpTop = 360 - 64 + 4;
 
-static constexpr int framePeriod = 4; // drawings a picture
+static constexpr int framePeriod = 4; // drawings per picture
 
 // Textures of the fourteen sprite slots, made by the first drawing of the process.
 static constexpr std::size_t runSlot = 0;
@@ -35,7 +35,7 @@ static void loadSprites(OpenGLDrawer& drawer) {
     load(runSlot, spriteRunnerRun, 6);
     load(airSlot, spriteRunnerAir, 3);
     load(idleSlot, spriteRunnerStand, 3);
-    // The fourth frame of both goes back over the second.
+    // The fourth frame of both repeats the second.
     sprites[airSlot + 3] = sprites[airSlot + 1];
     sprites[idleSlot + 3] = sprites[idleSlot + 1];
 }
@@ -57,7 +57,7 @@ void Player::drawRunning(Drawer& drawer) const {
     } else if (vx == 0) {
         slot = idleSlot + static_cast<std::size_t>(idleFrame);
     }
-    // A negative scale mirrors the picture about its x, so that starts at the other edge.
+    // A negative scale mirrors the picture about x, so x is then its right edge.
     const float left = facingRight ? spriteX : spriteX + spriteSide;
     const float scaleX = facingRight ? spriteScale : -spriteScale;
     drawer.drawTexture(sprites[slot], left, spriteY, scaleX, spriteScale, 1, 1, 1, 1);

@@ -7,7 +7,7 @@
 #include "drawing/SpriteTexture.h"
 #include "images/EmbeddedImages.h"
 
-static constexpr float shrinkStep = 0.075f; // of size, a drawing
+static constexpr float shrinkStep = 0.075f; // of size, per drawing
 static constexpr float pivot = 8;           // the middle of the picture, in its pixels
 
 static std::uint32_t starTexture = 0; // made by the first drawing of the process
@@ -41,8 +41,8 @@ void StarTrail::draw(Drawer& drawer, WorldPoint camera) {
         if (star.size <= 0) continue;
         const float screenX = (star.x - originX) * tileUnits;
         const float screenY = (star.y - originY) * tileUnits;
-        // The picture hangs to the right of and below its place, so the largest stars cover the
-        // middle of the runner's tile.
+        // The picture lies to the right of and below the star's position, so the largest stars
+        // cover the middle of the runner's tile.
         drawer.drawTextureRotated(starTexture, screenX - star.size * 0.5f,
                                   screenY - star.size * 0.5f, star.angle, pivot, pivot, star.size,
                                   star.size, star.red, star.green, star.blue, star.alpha());

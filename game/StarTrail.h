@@ -7,12 +7,12 @@
 
 class Drawer;
 
-// The trail that the runner leaves in the air: spinning stars in hard random colours that stay
-// where they were laid and shrink away. The screen that plays owns it and calls draw once a frame,
-// which ages the stars, and before it spawn while the runner is in the air. Main thread.
+// The trail that the runner leaves in the air: spinning stars in bright random colours that stay in
+// place and shrink away. The playing screen owns it. Once per frame it calls spawn, while the
+// runner is in the air, and then draw, which also ages the stars. Main thread.
 class StarTrail {
 public:
-    // Lays a star at a position, over the oldest of the ring; at most one between two drawings.
+    // Adds a star in place of the oldest one; only the first call between two drawings counts.
     void spawn(WorldPoint position);
 
     void draw(Drawer& drawer, WorldPoint camera);
@@ -21,12 +21,12 @@ private:
     struct Star {
         float x = 0;    // tiles
         float y = 0;    // tiles
-        float size = 0; // scale of the picture, and life: a star lives while it is above 0
+        float size = 0; // scale of the picture; a star lives while it is above 0
         float red = 0;  // each 0 or 1
         float green = 0;
         float blue = 0;
         float angle = 0; // degrees, 0 to 360
-        float spin = 0;  // degrees a drawing, -1 to 1
+        float spin = 0;  // degrees per drawing, -1 to 1
 
         float alpha() const;
         void age();

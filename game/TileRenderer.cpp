@@ -13,12 +13,12 @@
 
 static constexpr int windowColumns = 21; // tiles that can be in view
 static constexpr int windowRows = 13;
-static constexpr int framePeriod = 6; // drawings a flame frame
+static constexpr int framePeriod = 6; // drawings per flame frame
 
-static constexpr float outlineReach = 4;    // units that an outline stands out around its tile
+static constexpr float outlineReach = 4;    // units by which an outline extends beyond its tile
 static constexpr float outlineScale = 2;    // 36 pixels to 72 units
 static constexpr float cellInset = 0.001f;  // texture coordinates cut off a cell on each side,
-static constexpr float cellWindow = 0.123f; // so that no filter reaches its neighbours
+static constexpr float cellWindow = 0.123f; // so that its neighbours never show
 static constexpr float tileScale = 4;       // 16 pixels to 64 units
 
 // Textures, made by the first drawing of the process.
@@ -49,7 +49,7 @@ static void forEachVisibleCell(const LevelMap& map, WorldPoint camera, Visit vis
     }
 }
 
-// Whether rock tiles, which are opaque, will cover all that an outline reaches.
+// Whether rock tiles, which are opaque, will cover the whole outline of a cell.
 static bool isSurroundedByRock(const LevelMap& map, int column, int row) {
     for (int y = row - 1; y <= row + 1; ++y) {
         for (int x = column - 1; x <= column + 1; ++x) {
@@ -59,14 +59,14 @@ static bool isSurroundedByRock(const LevelMap& map, int column, int row) {
     return true;
 }
 
-// The cell's corner in texture coordinates.
+// A column or row of the sheet in texture coordinates.
 static constexpr float sheetPlace(int cell) {
     return static_cast<float>(cell) / tileSheetSide;
 }
 
 TileRenderer::TileRenderer() : cells{} {
-    for (const TileLook& look : rockLooks) {
-        cells[look.code] = {sheetPlace(look.column), sheetPlace(look.row)};
+    for (const TileLook& style : rockLooks) {
+        cells[style.code] = {sheetPlace(style.column), sheetPlace(style.row)};
     }
     for (std::size_t frame = 0; frame < flameCells.size(); ++frame) {
         flameCells[frame] = {sheetPlace(static_cast<int>(frame)), sheetPlace(flameRow)};
@@ -95,7 +95,7 @@ void TileRenderer::drawTiles(Drawer& drawer, const LevelMap& map, WorldPoint cam
     auto& painter = static_cast<OpenGLDrawer&>(drawer);
     glActiveTextureARB(GL_TEXTURE0_ARB);
     glBindTexture(GL_TEXTURE_2D, sheetName);
-    painter.setOpaque(true); // rock is; only flames are blended
+    painter.setOpaque(true); // only flames are blended
     forEachVisibleCell(map, camera, [&](int column, int row, float x, float y) {
         const std::uint8_t code = map.at(column, row);
         if (code == LevelMap::empty) return;

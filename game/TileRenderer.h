@@ -9,10 +9,10 @@
 class Drawer;
 class LevelMap;
 
-// Paints the part of a level that the camera sees: black outlines first, the tiles over them, so
-// that an outline shows only where rock borders the open. Quads that can't show are left out: those
-// of the clear cell, and outlines under rock on all sides; what is seen is the same picture. The
-// screen that plays owns it and calls draw once a frame, which steps the flames. Main thread.
+// Paints the part of a level that the camera sees: black outlines first and the tiles over them, so
+// that an outline shows only where rock borders open space. It leaves out quads that cannot be
+// seen: the clear cell, and outlines surrounded by rock. The playing screen owns it and calls draw
+// once per frame, which also animates the flames. Main thread.
 class TileRenderer {
 public:
     TileRenderer();
@@ -20,7 +20,7 @@ public:
     void draw(Drawer& drawer, const LevelMap& map, WorldPoint camera);
 
 private:
-    // Place of a cell on the tile sheet, in texture coordinates of its top left corner.
+    // The top left corner of a cell on the tile sheet, in texture coordinates.
     struct SheetCell {
         float u = 0;
         float v = 0;

@@ -8,27 +8,26 @@
 #include "drawing/OpenGLDrawer.h"
 #include "images/EmbeddedImages.h"
 
-static constexpr float fullScale = 200; // units a pixel of the rings at size 1
+static constexpr float fullScale = 200; // units per pixel of the rings at size 1
 static constexpr std::size_t ringCount = 4;
 static constexpr std::uint32_t ringSide = 8; // pixels of each ring's picture
 static constexpr float ringCentre = 4;       // the middle, in pixels
-static constexpr float coverMargin = 4;      // units, against all rounding
-static constexpr float growStep = 0.005f;    // of size, a drawing
+static constexpr float coverMargin = 4;      // units, for rounding
+static constexpr float growStep = 0.005f;    // of size, per drawing
 static constexpr float shrinkStep = 0.05f;
 static constexpr float reverseStart = 2;
-static constexpr float turnStep = 4;   // degrees a drawing
-static constexpr int colourPeriod = 8; // drawings a phase
+static constexpr float turnStep = 4;   // degrees per drawing
+static constexpr int colourPeriod = 8; // drawings per phase
 
-// Pictures of all four rings, one for each phase of the colours; made by the first drawing of the
-// process. Four pictures drawn over each other would show the same and cost four times as much,
-// since each covers the whole screen in the end.
+// Each picture shows all four rings in one phase of the colours. Drawing the rings one by one would
+// look the same but cost four times as much. Made by the first drawing of the process.
 static std::array<std::uint32_t, 6> ringTextures;
 
 static std::uint8_t toByte(float level) {
     return static_cast<std::uint8_t>(std::lround(level * 255));
 }
 
-// Paints a ring, whose pixels are opaque or clear, over a picture of the same size.
+// Paints a ring over a picture of the same size. Its pixels are opaque or clear.
 void TimeVortex::paintRing(const LoadedImage& ring, const Colour& colour, PixelBuffer& picture) {
     if (ring.width != ringSide || ring.height != ringSide) return;
     for (std::uint32_t i = 0; i < ringSide * ringSide; ++i) {
@@ -69,7 +68,7 @@ void TimeVortex::draw(Drawer& drawer) {
     step();
 }
 
-// Without its corners, which are clear, the picture holds a full circle at every angle.
+// At every angle the picture contains a full circle; only its corners are clear.
 float TimeVortex::hiddenWidth(const Drawer& drawer) const {
     const float radius = size * fullScale * ringCentre - coverMargin;
     const float halfHeight = static_cast<float>(drawer.height) / 2;

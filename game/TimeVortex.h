@@ -8,21 +8,21 @@
 class Drawer;
 class OpenGLDrawer;
 
-// The wipe between the play and the epilogue: four concentric rings that turn and flicker through
-// six colours in the middle of the screen. It grows from nothing until it fills the screen, or in
-// reverse shrinks from beyond it to nothing. The screen that plays owns it; a call of draw paints
-// it and takes it a frame further. Main thread.
+// The transition between the play and the epilogue: four concentric rings in the middle of the
+// screen that turn and flicker through six colours. It grows from nothing until it fills the
+// screen; the shrinking kind starts larger than the screen and ends as nothing. The playing screen
+// owns it and calls draw once per frame, which also advances it. Main thread.
 class TimeVortex {
 public:
     explicit TimeVortex(bool shrinking);
 
     void draw(Drawer& drawer);
 
-    // 0 is nothing; at about 1 the screen is full.
+    // 0 means invisible; at about 1 the screen is full.
     float getSize() const { return size; }
 
-    // Width of the band in the middle of the screen, as high as the screen, that the next drawing
-    // covers for sure, in units; 0 for none.
+    // Width in units of the band in the middle of the screen, as high as the screen, that the next
+    // drawing covers completely; 0 for none.
     float hiddenWidth(const Drawer& drawer) const;
 
 private:

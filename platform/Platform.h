@@ -6,74 +6,74 @@
 #include <string>
 #include <vector>
 
-// The few services of the operating system that the game needs. There is one header and one
-// source file a platform, chosen by the build. No operation throws or prints; each may be called
-// from any thread, but openStandardStreams, takeEndSignals, setEnvironment and QuietStandardError,
-// which change the whole process, only before a second thread of the game runs.
+// The few services of the operating system that the game needs. There is one header, and one source
+// file per platform, chosen by the build. No operation throws or prints. Call openStandardStreams,
+// takeEndSignals, setEnvironment and QuietStandardError only before the game starts a second thread,
+// since they change the whole process; call the others from any thread.
 class Platform {
 public:
-    // special: a pipe or a device, of which reading may never come to an end.
+    // special: a pipe or a device, where reading may never end.
     enum class PathKind { missing, unreachable, file, directory, special };
 
     struct PathStatus {
         PathKind kind = PathKind::missing; // unreachable: the query failed for another reason
-        std::string failure;               // the system's text for the reason, empty on success
+        std::string failure;               // the system's error message, empty on success
     };
 
-    // Full path of the running executable with links resolved, empty if the system gives none.
+    // The full path of the running executable with links resolved; empty if unknown.
     static std::string executablePath();
 
-    // What lies at the path; links are followed.
+    // What is at the path; follows links.
     static PathStatus pathStatus(const std::string& path);
 
-    // Names in the directory without "." and "..", in the file system's order; nothing if the
-    // listing cannot start.
+    // The names in a directory without "." and "..", in the file system's order; nullopt if it
+    // cannot be read.
     static std::optional<std::vector<std::string>> listDirectory(const std::string& path);
 
-    // The folder in which programs keep the user's settings: $XDG_CONFIG_HOME if that is an
-    // absolute path, else .config in the user's home; empty if there is no home.
+    // The folder for the user's settings: $XDG_CONFIG_HOME if that is an absolute path, otherwise
+    // .config in the user's home; empty if there is no home.
     static std::string applicationDataFolder();
 
-    // Makes a folder, and folders above it that are missing, for the user alone. False if the
-    // system refuses.
+    // Makes a folder and its missing parents, accessible only to the user. Returns false if that
+    // fails, or if the folder exists.
     static bool makeFolder(const std::string& path);
 
-    // Whether a screen answers.
+    // Whether there is a screen.
     static bool hasDisplay();
 
     struct ScreenSize {
-        int width = 1024; // pixels; these two where there is no screen
+        int width = 1024; // pixels; the defaults are for no screen
         int height = 768;
     };
-    // Of the primary screen.
+    // The size of the primary screen.
     static ScreenSize primaryScreenSize();
 
     // Seconds of calendar time since 1970.
     static std::int64_t calendarSeconds();
 
-    // Value of an environment variable, empty if it is unset or empty.
+    // The value of an environment variable, empty if it is unset.
     static std::string environment(const std::string& name);
 
     // Sets an environment variable for this process and its libraries.
     static void setEnvironment(const std::string& name, const std::string& value);
 
-    // Opens what is closed of standard input, output and error, with nothing behind it. Otherwise
-    // the next thing that is opened, the way to the screen perhaps, would get what is printed.
+    // Reopens closed standard streams on the null device, so that a later descriptor (the X
+    // connection) does not receive our output.
     static void openStandardStreams();
 
-    // From now on a hang-up, an interrupt and a request to terminate no longer end the process:
-    // isEndRequested then returns true, and endSoon was called. A signal that is ignored stays so.
-    // A closed pipe, or a file as long as it may be, no longer ends the process: the write fails.
+    // From now on a hang-up, an interrupt or a request to terminate no longer ends the process but
+    // calls endSoon and makes isEndRequested return true. Signals that are ignored stay ignored. A
+    // write to a closed pipe, or beyond the limit on file sizes, fails instead of ending the process.
     static void takeEndSignals();
     static bool isEndRequested();
 
-    // Ends the process with status 1 in 2 seconds, unless it ends by itself before. The window or
-    // the sound may belong to a server that no longer answers. Later calls change nothing. May be
-    // called from a signal handler.
+    // Ends the process with status 1 in 2 seconds, unless it ends by itself before, since the server
+    // of the window or the sound may no longer answer. Later calls change nothing. Safe in a signal
+    // handler.
     static void endSoon();
 
-    // While it lives, what anybody in this process writes to standard error goes nowhere; then
-    // standard error is again what it was. If the system cannot turn it away it stays as it is.
+    // Discards everything that this process writes to standard error while the object exists. If
+    // the system cannot redirect standard error, nothing changes.
     class QuietStandardError {
     public:
         QuietStandardError();
@@ -82,6 +82,6 @@ public:
         ~QuietStandardError();
 
     private:
-        int kept = -1; // a second descriptor of what standard error was; -1: not turned away
+        int kept = -1; // a duplicate of the original standard error; -1 if not redirected
     };
 };

@@ -18,7 +18,7 @@
 #include <memory>
 
 std::string Platform::executablePath() {
-    // readlink cuts without a word, so the buffer grows until the answer leaves room in it.
+    // readlink truncates silently, so the buffer grows until the answer leaves room in it.
     for (std::string buffer(256, '\0');; buffer.resize(buffer.size() * 2)) {
         const ssize_t length = readlink("/proc/self/exe", buffer.data(), buffer.size());
         if (length < 0) return "";
@@ -76,7 +76,7 @@ bool Platform::makeFolder(const std::string& path) {
     constexpr mode_t forTheUser = 0700;
     for (std::size_t end = path.find('/', 1); end != std::string::npos;
          end = path.find('/', end + 1)) {
-        mkdir(path.substr(0, end).c_str(), forTheUser); // most of them are there
+        mkdir(path.substr(0, end).c_str(), forTheUser); // most of them exist
     }
     return mkdir(path.c_str(), forTheUser) == 0;
 }
@@ -134,7 +134,7 @@ void Platform::setEnvironment(const std::string& name, const std::string& value)
 }
 
 void Platform::openStandardStreams() {
-    int opened = -1; // of the free descriptors each call gives the lowest
+    int opened = -1; // each call returns the lowest free descriptor
     do {
         opened = open("/dev/null", O_RDWR);
     } while (opened >= 0 && opened <= STDERR_FILENO);

@@ -17,8 +17,9 @@ class Player;
 struct HeldKeys;
 
 // A friend of the game's classes. Tools and tests use it to read private fields and to set
-// up situations; the game itself never does. It has three sources, so that a program links only what
-// it needs: InspectorPlayer.cpp (rules), InspectorSound.cpp, and InspectorPlay.cpp for the rest.
+// up situations; the game itself never does. It has three sources, so that a program links only
+// what it needs: InspectorPlayer.cpp (rules), InspectorSound.cpp, and InspectorPlay.cpp for the
+// rest.
 class Inspector {
 public:
     // The fields of a runner that the movement rules use; units as in Player.

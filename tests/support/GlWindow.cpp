@@ -59,10 +59,6 @@ Picture::Box Picture::ink() const {
     return box;
 }
 
-bool Picture::isBlack() const {
-    return std::all_of(bytes.begin(), bytes.end(), [](std::uint8_t byte) { return byte == 0; });
-}
-
 std::string Picture::differenceTo(const Picture& other) const {
     if (*this == other) return "";
     std::ostringstream words;

@@ -44,11 +44,13 @@ public:
     static Picture ofWindow(int width, int height);
 
     Pixel at(int x, int y) const;
+    // RGB rows from the bottom, tightly packed.
+    const std::vector<std::uint8_t>& rows() const { return bytes; }
     bool operator==(const Picture& other) const { return bytes == other.bytes; }
 
     int count(const Pixel& pixel) const;
     Box ink() const; // the smallest box around all pixels that are not black
-    bool isBlack() const;
+    bool isBlack() const { return count(black) == width * height; }
     // Describes the first difference from a picture of the same size; empty if there is none.
     std::string differenceTo(const Picture& other) const;
 
@@ -57,7 +59,7 @@ private:
 
     int width;
     int height;
-    std::vector<std::uint8_t> bytes; // RGB rows from the bottom, tightly packed
+    std::vector<std::uint8_t> bytes;
 };
 std::ostream& operator<<(std::ostream& out, const Picture::Box& box);
 

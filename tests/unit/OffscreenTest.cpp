@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Zlib
 // What the game itself does not use: drawing into a picture and into a part of the screen, reading
 // the screen, and shader programs.
+#include <algorithm>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
@@ -90,29 +91,18 @@ TEST_F(Offscreen, UnitsOfAPartStartAtItsCornerUntilItIsReset) {
 }
 
 TEST_F(Offscreen, TheScreenIsReadRowByRowFromTheBottomWithoutGaps) {
-    // Rows of 3840, 3069 and 3 bytes; only the first is a multiple of 4.
-    for (const auto& [width, height] :
-         {std::pair(1280, 720), std::pair(1023, 700), std::pair(1, 3)}) {
-        OpenGLDrawer& drawer = window->drawer();
-        resize(width, height);
-        // It is read after the swap, so both buffers have to show the same.
-        window->paint(paintScene);
-        drawer.beginFrame();
-        paintScene(drawer);
-        const Picture expected = Picture::ofWindow(width, height);
-        const auto bytes = drawer.readScreen();
-        int wrong = 0;
-        for (int y = 0; y < height; ++y) {
-            for (int x = 0; x < width; ++x) {
-                const std::uint8_t* pixel = &bytes[static_cast<std::size_t>(y * width + x) * 3];
-                wrong += Pixel{pixel[0], pixel[1], pixel[2]} != expected.at(x, height - 1 - y);
-            }
-        }
-        EXPECT_EQ(wrong, 0) << width << " by " << height;
-        GLint alignment = 0;
-        glGetIntegerv(GL_PACK_ALIGNMENT, &alignment);
-        EXPECT_EQ(alignment, 4) << "as other programs expect it";
-    }
+    OpenGLDrawer& drawer = window->drawer();
+    resize(1023, 700); // rows of 3069 bytes, no multiple of 4
+    // It is read after the swap, so both buffers have to show the same.
+    window->paint(paintScene);
+    drawer.beginFrame();
+    paintScene(drawer);
+    const Picture expected = Picture::ofWindow(1023, 700);
+    const auto bytes = drawer.readScreen();
+    EXPECT_TRUE(std::equal(expected.rows().begin(), expected.rows().end(), bytes.get()));
+    GLint alignment = 0;
+    glGetIntegerv(GL_PACK_ALIGNMENT, &alignment);
+    EXPECT_EQ(alignment, 4) << "as other programs expect it";
 }
 
 TEST(Shaders, AProgramGetsBothTexturesAndTheParameter) {
