@@ -1,10 +1,9 @@
 // SPDX-License-Identifier: Zlib
-// What a frame of play costs, up to the moment at which GL has finished it, along a run through the
-// shipped level. Each frame of the game takes turns with one that leaves nothing out,
-// and in the end with one that has the vortex on top; so whatever else the machine does weighs on
-// all alike. Compared is the time that the program's threads, the software GL's included, spend on
-// the processor. Prints the medians. Fails if the game's frame costs more than it should against
-// those.
+// frame_cost: measures what a frame of play costs until GL has finished it, along a run through the
+// shipped level. Frames of the game take turns with frames that leave nothing out, and later with
+// frames under the vortex, so other load on the machine affects both. It compares processor time of
+// all threads of the program, including those of software GL. Prints the medians, and fails if a
+// frame of the game is too expensive in comparison.
 #include <GL/glew.h>
 
 #include <algorithm>
@@ -22,14 +21,14 @@
 #include "tests/support/LiteralPlay.h"
 #include "tools/Inspector.h"
 
-static constexpr double mostOfLiteral = 0.75; // of the frame with nothing left out
-static constexpr double mostOfVortex = 1.3;   // the vortex's last frames, of those without it
-static constexpr double goal = 14;            // ms on an idle machine of two cores; told only
+static constexpr double mostOfLiteral = 0.75; // of a frame with nothing left out
+static constexpr double mostOfVortex = 1.3;   // a late frame of the vortex, of one without it
+static constexpr double goal = 14;            // ms on an idle machine with two cores; printed only
 
-static constexpr std::size_t stretches = 4;      // of the run, spread over it
-static constexpr std::size_t stretchFrames = 32; // in a row
+static constexpr std::size_t segments = 4;       // of the run, spread over it
+static constexpr std::size_t segmentFrames = 32; // consecutive frames
 static constexpr int vortexFrames = 100;
-static constexpr int vortexDrawings = 200; // one less than it takes to end the play
+static constexpr int vortexDrawings = 200; // one more ends the play
 
 using Run = std::vector<GoalRun::Frame>;
 
@@ -38,7 +37,7 @@ struct FrameTime {
     double processor; // ms of all threads
 };
 
-// Draws a frame as the main loop does.
+// Draws a frame like the main loop.
 template <typename Play>
 static FrameTime drawFrame(OpenGLDrawer& drawer, Play& play) {
     glFinish();
@@ -62,8 +61,8 @@ static double median(std::vector<double> times) {
 
 static bool report(const char* what, double time, double base, double most) {
     const bool good = time <= base * most;
-    std::cout << what << time << " ms of " << base << " ms of processor, " << time / base
-              << " of it, at most " << most << (good ? "" : ": TOO MUCH") << std::endl;
+    std::cout << what << time << " ms against " << base << " ms of processor time: " << time / base
+              << ", at most " << most << (good ? "" : ": TOO MUCH") << std::endl;
     return good;
 }
 
@@ -72,15 +71,15 @@ static bool compareWithLiteral(OpenGLDrawer& drawer, GamePlay& play, const Run& 
     std::vector<double> passed;
     std::vector<double> shortened;
     std::vector<double> whole;
-    for (std::size_t stretch = 0; stretch < stretches; ++stretch) {
-        const std::size_t first = (run.size() - stretchFrames) * (stretch + 1) / stretches;
-        for (std::size_t i = 0; i < stretchFrames; ++i) {
+    for (std::size_t segment = 0; segment < segments; ++segment) {
+        const std::size_t first = (run.size() - segmentFrames) * (segment + 1) / segments;
+        for (std::size_t i = 0; i < segmentFrames; ++i) {
             const Inspector::Motion& motion = run[first + i].before;
             Inspector::setMotion(Inspector::player(play), motion);
             Inspector::setMotion(literal.runner(), motion);
             const FrameTime time = drawFrame(drawer, play);
             const FrameTime literalTime = drawFrame(drawer, literal);
-            if (i == 0) continue; // to warm up
+            if (i == 0) continue; // warm-up
             passed.push_back(time.passed);
             shortened.push_back(time.processor);
             whole.push_back(literalTime.processor);
@@ -88,7 +87,8 @@ static bool compareWithLiteral(OpenGLDrawer& drawer, GamePlay& play, const Run& 
     }
     std::cout << "A frame of play: " << median(passed) << " ms, " << passed.size() << " frames; "
               << goal << " ms or less on an idle machine" << std::endl;
-    return report("  against all drawn: ", median(shortened), median(whole), mostOfLiteral);
+    return report("  compared with everything drawn: ", median(shortened), median(whole),
+                  mostOfLiteral);
 }
 
 static bool compareWithVortex(OpenGLDrawer& drawer, GamePlay& play, GamePlay& ending,
@@ -109,14 +109,14 @@ static bool compareWithVortex(OpenGLDrawer& drawer, GamePlay& play, GamePlay& en
         plain.push_back(drawFrame(drawer, play).processor);
         closing.push_back(drawFrame(drawer, ending).processor);
     }
-    return report("  with the vortex, against without: ", median(closing), median(plain),
+    return report("  with the vortex, compared with none: ", median(closing), median(plain),
                   mostOfVortex);
 }
 
 int main() {
     noiseSeed() = 1;
     const Run run = GoalRun::find(GoalRun::loadLevel());
-    if (run.size() < stretches * stretchFrames) {
+    if (run.size() < segments * segmentFrames) {
         std::cout << "The replay does not reach the goal" << std::endl;
         return 1;
     }

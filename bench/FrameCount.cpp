@@ -1,10 +1,9 @@
 // SPDX-License-Identifier: Zlib
-// frame_count WIDTH HEIGHT FRAMES: plays so many frames in a level of so many tiles, at least 512
-// by 1024, on a stand-in for GL, so that what they cost is what the game itself does. The level is
-// one pattern of ledges and flames throughout, and the runner begins in it far from all borders and
-// runs, jumps and lays stars, so that the same is to be seen and done whatever the size. Prints
-// where the runner ends and the time of a frame. Everything that is to be counted happens in
-// countedFrames. See frame_instructions.
+// frame_count WIDTH HEIGHT FRAMES: plays FRAMES frames in a level of WIDTH by HEIGHT tiles, at
+// least 512 by 1024. A stand-in replaces GL, so that only the game's own work is measured. The
+// level repeats one pattern of ledges and flames, and the runner runs and jumps far from its edges,
+// so the work is the same in a level of any size. Prints the runner's last position and the time of
+// a frame. frame_instructions counts the instructions within countedFrames.
 #include <algorithm>
 #include <chrono>
 #include <cstdlib>
@@ -17,12 +16,12 @@
 #include "tests/support/GlStandIn.h"
 #include "tools/Inspector.h"
 
-static constexpr int warmUpFrames = 10; // make all textures and fonts
+static constexpr int warmUpFrames = 10; // textures and fonts are made in these
 static constexpr int batchFrames = 20;
 static constexpr std::uint32_t turnPeriod = 90; // frames in one direction
 static constexpr std::uint32_t jumpPeriod = 25; // frames
 
-// Ledges of two rows, eleven tiles long with gaps of five, each under a gap of those above it.
+// Ledges two rows high and eleven tiles long with gaps of five, shifted from group to group.
 static std::uint8_t codeAt(std::uint32_t x, std::uint32_t y) {
     const std::uint32_t group = y / 6;
     const std::uint32_t place = (x + group * 8) % 16;
@@ -69,7 +68,7 @@ int main(int argc, char* argv[]) {
         std::cerr << "usage: frame_count WIDTH HEIGHT FRAMES\n";
         return 2;
     }
-    std::cout.setstate(std::ios::failbit); // the drawer's report
+    std::cout.setstate(std::ios::failbit); // silence the drawer
     GlStandIn::start();
     Application application(Inspector::quietArguments());
     noiseSeed() = 1;

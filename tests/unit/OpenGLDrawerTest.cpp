@@ -136,6 +136,16 @@ TEST(Fitting, ResizingDeletesWhatItReplaces) {
     EXPECT_EQ(countObjects(), before);
 }
 
+TEST(Fitting, ClippingIsRoundedOutwardPlusAPixel) {
+    const Picture picture = paint([](auto& drawer) {
+        drawer.translate(7, 7);
+        drawer.clip(100.5f, 50, 30, 20.25f);
+        drawer.fillRect(0, 0, 500, 500, 255, 255, 255, 255);
+        drawer.stopClipping();
+    });
+    EXPECT_EQ(picture.ink(), (Picture::Box{99, 49, 132, 72}));
+}
+
 TEST(Fitting, TranslationsAddUpUntilTheNextFrame) {
     const auto square = [](auto& drawer) { drawer.fillRect(0, 0, 10, 10, 255, 0, 0, 255); };
     const Picture moved = paint([&](auto& drawer) {

@@ -60,7 +60,7 @@ TEST(TileRenderer, ShowsRandomLevelsAsWithEverythingDrawn) {
     std::mt19937 random(7);
     for (const int openness : {0, 4, 15, 50, 100}) {
         const LevelMap map = makeNastyLevel(34, 26, openness, static_cast<unsigned>(openness));
-        for (int i = 0; i < 24; ++i) {
+        for (int i = 0; i < 12; ++i) {
             // From well outside the grid on one side to well outside on the other.
             const float x = static_cast<float>(random() % 64) - 14 + fractionOf(random);
             const float y = static_cast<float>(random() % 44) - 9 - fractionOf(random);
