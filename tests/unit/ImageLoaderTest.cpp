@@ -103,7 +103,7 @@ static PictureFile::Format formatOf(const Bytes& file) {
 }
 
 static Bytes changed(Bytes file, std::size_t place, const Bytes& bytes) {
-    std::copy(bytes.begin(), bytes.end(), file.begin() + static_cast<long>(place));
+    for (const std::uint8_t byte : bytes) file.at(place++) = byte;
     return file;
 }
 
