@@ -8,8 +8,8 @@
 
 // The few services of the operating system that the game needs. There is one header, and one source
 // file per platform, chosen by the build. No operation throws or prints. Call openStandardStreams,
-// takeEndSignals, setEnvironment and QuietStandardError only before the game starts a second thread,
-// since they change the whole process; call the others from any thread.
+// takeEndSignals, setEnvironment and QuietStandardError only before the game starts a second
+// thread, since they change the whole process; call the others from any thread.
 class Platform {
 public:
     // special: a pipe or a device, where reading may never end.
@@ -63,13 +63,14 @@ public:
 
     // From now on a hang-up, an interrupt or a request to terminate no longer ends the process but
     // calls endSoon and makes isEndRequested return true. Signals that are ignored stay ignored. A
-    // write to a closed pipe, or beyond the limit on file sizes, fails instead of ending the process.
+    // write to a closed pipe, or beyond the limit on file sizes, fails instead of ending the
+    // process.
     static void takeEndSignals();
     static bool isEndRequested();
 
-    // Ends the process with status 1 in 2 seconds, unless it ends by itself before, since the server
-    // of the window or the sound may no longer answer. Later calls change nothing. Safe in a signal
-    // handler.
+    // Ends the process with status 1 in 2 seconds, unless it ends by itself before, since the
+    // server of the window or the sound may no longer answer. Later calls change nothing. Safe in a
+    // signal handler.
     static void endSoon();
 
     // Discards everything that this process writes to standard error while the object exists. If
