@@ -3,7 +3,6 @@
 #include "app/Settings.h"
 
 #include <pwd.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -87,17 +86,11 @@ TEST_F(SettingsTest, TheFirstRunCreatesFolderAndFileForTheUserAlone) {
     EXPECT_EQ(outcome(), "Created " + path + " path.\n" + ofNewFile)
         << "only the last folder is reported";
     EXPECT_EQ(bytesOf(path + "/Corvale.conf"), newFile);
-    for (const std::string& made : {std::string("config"), path}) {
-        EXPECT_EQ(std::filesystem::status(made).permissions(), std::filesystem::perms::owner_all);
-    }
-    std::filesystem::remove(path + "/Corvale.conf");
-    EXPECT_EQ(outcome(), ofNewFile) << "a new file in an old folder is not reported";
+    EXPECT_EQ(std::filesystem::status(path).permissions(), std::filesystem::perms::owner_all);
 }
 
 TEST_F(SettingsTest, TheFolderIsTheDesktopsElseTheHomesElseTheWorkingDirectorys) {
     setenv("HOME", (folder + "/home").c_str(), 1);
-    homeOfEntry = "/nowhere";
-    EXPECT_EQ(outcome(), "Created " + folder + "/config/Corvale path.\n" + ofNewFile);
     setenv("XDG_CONFIG_HOME", "relative", 1);
     EXPECT_EQ(outcome(), "Created " + folder + "/home/.config/Corvale path.\n" + ofNewFile);
     const std::string home = folder + "/of entry";
@@ -106,9 +99,8 @@ TEST_F(SettingsTest, TheFolderIsTheDesktopsElseTheHomesElseTheWorkingDirectorys)
     EXPECT_EQ(outcome(), "Created " + home + "/.config/Corvale path.\n" + ofNewFile);
 
     homeOfEntry = nullptr;
-    const std::string failure = "Error: Could not find Application Data directory.\n";
-    EXPECT_EQ(outcome(), failure + "Could not create .Corvale/Corvale.conf\n");
     std::filesystem::create_directory(".Corvale");
+    const std::string failure = "Error: Could not find Application Data directory.\n";
     EXPECT_EQ(outcome(), failure + ofNewFile);
 }
 
@@ -116,72 +108,41 @@ TEST_F(SettingsTest, WhatCannotBeCreatedIsReportedAndTheDefaultsHold) {
     namespace fs = std::filesystem;
     const fs::path file = "config/Corvale/Corvale.conf";
     const std::string path = folder + "/config/Corvale";
-    const std::string folderFailure = "Could not create " + path + " path.\n";
-    const std::string fileFailure = "Could not create " + path + "/Corvale.conf\n";
     const std::string readFailure = "Could not read " + path + "/Corvale.conf\n";
-    const auto expectDefaults = [](const std::string& failure, const char* why) {
-        EXPECT_EQ(outcome(), failure) << why;
-        fs::remove_all("config");
-        fs::create_directory("config");
-    };
-    fs::create_symlink("config", "config");
-    expectDefaults(folderFailure + readFailure, "the link leads to itself");
-    std::ofstream("config/Corvale") << "a file";
-    expectDefaults(fileFailure, "a file in place of the folder");
+    fs::create_symlink("config", "config"); // leads to itself
+    EXPECT_EQ(outcome(), "Could not create " + path + " path.\n" + readFailure);
+    fs::remove("config");
     fs::create_directories(file);
-    expectDefaults(readFailure, "a folder can be opened but not read");
-    fs::create_directory(file.parent_path());
-    ASSERT_EQ(mkfifo(file.c_str(), 0600), 0);
-    expectDefaults(readFailure, "a pipe without a writer");
-    fs::create_directory(file.parent_path());
+    EXPECT_EQ(outcome(), readFailure) << "a folder can be opened but not read";
+    fs::remove(file);
     fs::create_symlink("/nowhere/file", file);
     EXPECT_EQ(outcome(), readFailure);
     EXPECT_TRUE(fs::is_symlink(file)) << "the link is not replaced";
     fs::remove(file);
-
     fs::create_symlink("/dev/full", file.string() + ".new");
-    expectDefaults(fileFailure, "a full disk");
-    outcome();
-    std::ofstream(file) << "w 5";
-    fs::permissions(file, fs::perms::owner_write);
-    const uid_t user = geteuid() == 0 ? 65534 : geteuid(); // root may read everything
-    for (const fs::path& each : {fs::path(folder), fs::path("config"), file.parent_path(), file}) {
-        ASSERT_EQ(chown(each.c_str(), user, static_cast<gid_t>(-1)), 0);
-    }
-    ASSERT_EQ(seteuid(user), 0);
-    EXPECT_EQ(outcome(), readFailure);
-    ASSERT_EQ(seteuid(getuid()), 0);
-    fs::permissions(file, fs::perms::owner_all);
-    EXPECT_EQ(outcome(), " w 5") << "what could not be read was not overwritten";
+    EXPECT_EQ(outcome(), "Could not create " + path + "/Corvale.conf\n");
+    EXPECT_FALSE(fs::exists(file)) << "half a file is worse than none";
 }
 
 TEST_F(SettingsTest, EachKeyHasItsValueAtAFixedColumn) {
     const std::pair<std::string, const char*> cases[] = {
         {"w 800\r\nh 600\r\na 2\r\nf 0\r\nns 1\r\nnm 1\r\naa ALSA\r\n",
          " w 800 h 600 a 2 window no sound no music [ALSA\r]"},
-        {"aa JACK", " [JACK]"},      // the last line may lack its end
         {"w 1\nw 2\nw x\n", " w 2"}, // the last one that is a number
-        {"w 0\nh -5\n", " w 0 h -5"},
         {"width 800\nhx700\na_3\nf=0\nnsx1\nnmx1\naaxALSA",
          " h 700 a 3 window no sound no music [ALSA]"},
-        {"h   \t12 34\na 7x\n", " h 12 a 7"},
         {"na 1\nn\nno 1\nn 1\n# w 5\n w 5\nW 5\n\n\r\nx\n", ""},
-        {"aa \n", " []"},
         {"aa\nw 5\n", " w 5 []"},
         {"x 77 88\nw\nh \na\nf\nns\nnm\n", ""}, // nothing is left over from a longer line
         {"f 2\nns 2\nnm -1\nns true\n", ""},    // a switch is 0 or 1
         {"h 6\n\n" + std::string(3, '\0') + "w 9\n\xff\xfe\na 3\n", " h 6 a 3"},
         {"w 2147483647\nh 2147483648\na .5\n", " w 2147483647"},
+        {std::string(127, 'x') + "w 5\nh 6\n", " h 6"}, // lines are cut
+        {"h 6\n" + std::string(1 << 20, '\n') + "w 5\n", " h 6"},
     };
     for (const auto& [bytes, changes] : cases) EXPECT_EQ(outcomeOf(bytes), changes) << bytes;
-}
-
-TEST_F(SettingsTest, LongLinesAreCutAndTheNextOneIsReadWhole) {
-    for (const std::size_t length : {127u, 128u, 1'000'000u}) {
-        const std::string name = "aa " + std::string(length - 3, 'y');
-        const std::string read = name.substr(3, 124);
-        EXPECT_EQ(outcomeOf(name + "\nh 6"), " h 6 [" + read + "]") << length;
+    for (const std::size_t length : {127u, 128u}) {
+        const std::string name(length - 3, 'y');
+        EXPECT_EQ(outcomeOf("aa " + name + "\nh 6"), " h 6 [" + name.substr(0, 124) + "]");
     }
-    EXPECT_EQ(outcomeOf(std::string(127, 'x') + "w 5\nh 6\n"), " h 6") << "no key after the cut";
-    EXPECT_EQ(outcomeOf("h 6\n" + std::string(1 << 20, '\n') + "w 5\n"), " h 6") << "after 1 MiB";
 }
