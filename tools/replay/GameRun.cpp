@@ -17,7 +17,12 @@ static constexpr SDLKey keySymbols[InputScript::keyCount] = {SDLK_UP,   SDLK_LEF
 static GameRun* running = nullptr;
 static std::string chosenDataFolder; // empty for the game's own
 
-extern "C" int __real_SDL_PollEvent(SDL_Event* event);
+extern "C" {
+int __real_SDL_PollEvent(SDL_Event* event);
+Uint32 __real_SDL_GetTicks();
+void __real_SDL_Delay(Uint32 milliseconds);
+void __real_SDL_GL_SwapBuffers();
+}
 
 GameRun& GameRun::current() {
     return *running;
@@ -46,7 +51,8 @@ void GameRun::run() {
     } catch (const FatalError& error) {
         throw std::runtime_error(error.text);
     }
-    if (frame == 0) throw std::runtime_error("the game could not open a window");
+    if (frame == 0)
+        throw std::runtime_error("the game could not open a window; is there a display?");
 }
 
 int GameRun::pollEvent(SDL_Event* event) {
@@ -90,11 +96,25 @@ void GameRun::replaceLevel() {
     replacedLevel = true;
 }
 
-extern "C" void __real_SDL_GL_SwapBuffers();
+Uint32 GameRun::ticks() {
+    return __real_SDL_GetTicks();
+}
+
+void GameRun::delay(Uint32 milliseconds) {
+    __real_SDL_Delay(milliseconds);
+}
 
 void GameRun::swapBuffers() {
+    countFrame();
     if (finishFrame()) __real_SDL_GL_SwapBuffers();
     ++frame;
+}
+
+void GameRun::countFrame() {
+    const GamePlay* play = findPlay();
+    if (!play || result.goal) return;
+    ++result.frames;
+    result.goal = Inspector::isFinished(*play);
 }
 
 // Redirected by the linker. The names are those of FilePath::getDataDirectory.

@@ -8,6 +8,8 @@
 #include <string>
 #include <vector>
 
+#include "tools/replay/RunCheck.h"
+
 class Application;
 class GamePlay;
 
@@ -30,11 +32,14 @@ public:
 
     // Replacements for calls of SDL.
     int pollEvent(SDL_Event* event);
-    virtual Uint32 ticks() = 0;
-    virtual void delay(Uint32 milliseconds) = 0;
+    virtual Uint32 ticks();                  // the real clock, unless overridden
+    virtual void delay(Uint32 milliseconds); // a real wait, unless overridden
     void swapBuffers();
 
     static GameRun& current();
+
+    // Of the frames up to now.
+    const RunResult& getResult() const { return result; }
 
     // The folder that holds the game's levels, fonts, patches and tunes.
     static std::string dataFolder();
@@ -64,6 +69,9 @@ protected:
 private:
     void replaceLevel();
 
+    void countFrame();
+
+    RunResult result;
     bool queued = false; // this frame's events are in `events`
     bool replacedLevel = false;
 };

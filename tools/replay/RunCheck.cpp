@@ -14,17 +14,17 @@ static std::string decimals(double number, int count) {
     return digits;
 }
 
-double RunCheck::seconds() const {
+double RunResult::seconds() const {
     return frames * framePeriod / 1000.0;
 }
 
-std::string RunCheck::resultText() const {
+std::string RunResult::text() const {
     return std::string(goal ? "goal" : "no goal") + ", " + std::to_string(frames) + " frames, " +
            decimals(seconds(), 3) + " s";
 }
 
-static std::string brokenClaim(const InputScript::Header& header, const RunCheck& check) {
-    if (!header.goalFrames || (check.goal && *header.goalFrames == check.frames)) return "";
+static std::string brokenClaim(const InputScript::Header& header, const RunResult& result) {
+    if (!header.goalFrames || (result.goal && *header.goalFrames == result.frames)) return "";
     return "the header claims the goal after " + std::to_string(*header.goalFrames) + " frames";
 }
 
@@ -39,9 +39,9 @@ RunCheck RunCheck::of(const std::string& file, const RunLevel& level) {
         if (!check.problem.empty()) return check;
         RulesRun run(script, level.getMap());
         while (run.step()) {}
-        check.goal = run.reachesGoal();
-        check.frames = run.getPlayFrames();
-        check.problem = brokenClaim(script.getHeader(), check);
+        check.result.goal = run.reachesGoal();
+        check.result.frames = run.getPlayFrames();
+        check.problem = brokenClaim(script.getHeader(), check.result);
     } catch (const std::runtime_error& error) {
         check.problem = error.what();
     }
@@ -49,7 +49,7 @@ RunCheck RunCheck::of(const std::string& file, const RunLevel& level) {
 }
 
 std::string RunCheck::line(const RunLevel& level) const {
-    std::string text = file + ": " + resultText() + ", " + level.getName() + ", ";
+    std::string text = file + ": " + result.text() + ", " + level.getName() + ", ";
     if (!problem.empty()) return text + "not ok: " + problem;
     return text + (cutShort ? "ok, but the recording was cut short" : "ok");
 }
@@ -75,9 +75,9 @@ std::string RunCheck::json(const std::vector<RunCheck>& checks, const RunLevel& 
         if (text.size() > 1) text += ",";
         text += "\n  {\"file\": " + jsonText(check.file) +
                 ", \"ok\": " + (check.problem.empty() ? "true" : "false") +
-                ", \"goal\": " + (check.goal ? "true" : "false") +
-                ", \"frames\": " + std::to_string(check.frames) +
-                ", \"seconds\": " + decimals(check.seconds(), 3) +
+                ", \"goal\": " + (check.result.goal ? "true" : "false") +
+                ", \"frames\": " + std::to_string(check.result.frames) +
+                ", \"seconds\": " + decimals(check.result.seconds(), 3) +
                 ", \"level\": " + jsonText(level.getName()) + ", \"levelHash\": \"" +
                 RunLevel::hashText(level.getHash()) + "\"" +
                 ", \"player\": " + jsonText(check.player) +

@@ -7,19 +7,22 @@
 
 class RunLevel;
 
+// What a run reaches.
+struct RunResult {
+    bool goal = false;
+    std::uint32_t frames = 0; // of the play, the goal's the last
+
+    double seconds() const;
+    std::string text() const; // "goal, 1200 frames, 18.000 s", or "no goal, ..."
+};
+
 // What the rules say about the run of a file.
 struct RunCheck {
     std::string file;
-    std::string player;       // empty if not given
-    bool goal = false;        // the run reaches it
-    std::uint32_t frames = 0; // of the play, up to the goal
-    std::string problem;      // why the file is not good, empty if it is
-    bool cutShort = false;    // the file has no end
-
-    double seconds() const;
-
-    // "goal, 1200 frames, 18.00 s", or "no goal, ..."
-    std::string resultText() const;
+    std::string player;    // empty if not given
+    RunResult result;      // until the goal, or of all frames
+    std::string problem;   // why the file is not good, empty if it is
+    bool cutShort = false; // the file has no end
 
     // Plays the run of the file. A file that cannot be read is a problem, too.
     static RunCheck of(const std::string& file, const RunLevel& level);

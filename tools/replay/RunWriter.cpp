@@ -1,0 +1,89 @@
+// SPDX-License-Identifier: Zlib
+#include "tools/replay/RunWriter.h"
+
+#include <cerrno>
+#include <cstring>
+#include <ctime>
+#include <filesystem>
+#include <stdexcept>
+
+#include "platform/Platform.h"
+#include "tools/replay/RunLevel.h"
+
+static constexpr std::uint32_t longestGap = 60; // frames without a line
+static constexpr unsigned directionKeys = (1u << InputScript::action) - 1;
+
+// The text without bytes that would end its line.
+static std::string oneLine(std::string text) {
+    for (char& letter : text) {
+        if (static_cast<unsigned char>(letter) < ' ') letter = ' ';
+    }
+    return text;
+}
+
+static void write(std::FILE* file, const char* name, const std::string& value) {
+    if (!value.empty()) std::fprintf(file, "# %s: %s\n", name, oneLine(value).c_str());
+}
+
+// Makes the file if there is none.
+static std::FILE* openNew(const std::string& path) {
+    std::FILE* file = std::fopen(path.c_str(), "wxe");
+    if (!file && errno == EEXIST) throw std::runtime_error(path + " exists already");
+    if (!file) throw std::runtime_error("cannot write " + path + ": " + std::strerror(errno));
+    return file;
+}
+
+RunWriter::RunWriter(const std::string& target, const InputScript::Header& header)
+    : path(target), file(openNew(path), std::fclose) {
+    std::fprintf(file.get(), "%s\n", std::string(InputScript::headerLine).c_str());
+    write(file.get(), "game", header.game);
+    write(file.get(), "level",
+          header.level + " " + RunLevel::hashText(header.levelHash.value_or(0)));
+    write(file.get(), "seed", std::to_string(header.seed));
+    write(file.get(), "pitches", header.pitches);
+    write(file.get(), "player", header.player);
+    std::fflush(file.get());
+}
+
+void RunWriter::writeFrame(std::uint32_t frame, unsigned keys) {
+    if (keys == lastKeys && frame - lastFrame < longestGap) return;
+    std::fprintf(file.get(), "%u", frame);
+    for (int key = 0; key < InputScript::keyCount; ++key) {
+        if (keys >> key & 1) std::fprintf(file.get(), " %s", InputScript::nameOf(key));
+    }
+    std::fprintf(file.get(), "\n");
+    std::fflush(file.get());
+    lastFrame = frame;
+    // A pressed key is released at once, so the frame after it needs no line. A second press does.
+    lastKeys = keys & directionKeys;
+}
+
+void RunWriter::writeEnd(std::uint32_t frame, std::optional<std::uint32_t> goalFrames) {
+    std::fprintf(file.get(), "%u end\n", frame);
+    if (goalFrames) std::fprintf(file.get(), "# goal: %u frames\n", *goalFrames);
+    const bool failed = std::ferror(file.get()) != 0;
+    if (std::fclose(file.release()) != 0 || failed) {
+        throw std::runtime_error("cannot write " + path);
+    }
+}
+
+void RunWriter::remove() {
+    std::remove(path.c_str());
+}
+
+std::string RunWriter::newPath() {
+    const std::string data = Platform::environment("XDG_DATA_HOME");
+    const std::string home = Platform::environment("HOME");
+    if (home.empty() && data.empty()) throw std::runtime_error("there is no home folder");
+    const std::string parent = data.starts_with('/') ? data : home + "/.local/share";
+    const std::string folder = parent + "/tarnwick/runs";
+    if (!Platform::makeFolder(folder)) throw std::runtime_error("cannot make " + folder);
+    const std::time_t now = std::time(nullptr);
+    char date[32];
+    std::strftime(date, sizeof date, "%Y-%m-%d-%H%M%S", std::localtime(&now));
+    std::string path = folder + "/" + date + ".txt";
+    for (int number = 2; std::filesystem::exists(path); ++number) {
+        path = folder + "/" + date + "-" + std::to_string(number) + ".txt";
+    }
+    return path;
+}
