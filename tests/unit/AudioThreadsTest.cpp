@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: Zlib
 // The main thread and the audio thread at the same time, as in the game; for the thread sanitizer.
 
-#include <algorithm>
 #include <array>
 #include <atomic>
 #include <chrono>
@@ -16,72 +15,50 @@
 #include "sound/AudioSingleton.h"
 #include "sound/SimpleSynth.h"
 
-class AudioThreadsTest : public testing::Test {
-protected:
-    // A play that the main thread destroys while the audio thread may be in its bar event.
-    class Play : public AudioSingleton::Callback {
-    public:
-        Play(AudioSingleton& audio, std::atomic<int>& counter) : sound(audio), bars(counter) {
-            music.start(sound);
-            sound.setCallback(this);
-        }
-
-        ~Play() override {
-            sound.setCallback(nullptr);
-            isOver = true;
-            sound.clearSteps();
-        }
-
-        void onBar() override {
-            EXPECT_FALSE(isOver);
-            music.onBar(sound, speed);
-            std::this_thread::yield(); // makes a collision more likely
-            EXPECT_FALSE(isOver);
-            ++bars;
-        }
-
-        SharedValue<float> speed = 1.0f; // tiles per frame
-
-    private:
-        AudioSingleton& sound;
-        std::atomic<int>& bars;
-        PlayMusic music;
-        std::atomic<bool> isOver = false;
-    };
-
-    AudioThreadsTest() {
-        sound.setPitches({220, 247.5f, 275, 330, 371.25f, 412.5f, 110, 55});
-        audioThread = std::thread([this] {
-            std::vector<float> output(2 * frames);
-            while (!quit) {
-                std::fill(output.begin(), output.end(), 0.0f);
-                sound.process(output.data(), frames);
-                ++buffers;
-            }
-        });
+// A play that the main thread destroys while the audio thread may be in its bar event.
+class Play : public AudioSingleton::Callback {
+public:
+    Play() {
+        music.start(sound);
+        sound.setCallback(this);
     }
 
-    ~AudioThreadsTest() override {
-        quit = true;
-        audioThread.join();
+    ~Play() override {
+        sound.setCallback(nullptr);
+        isOver = true;
+        sound.clearSteps();
     }
 
-    static constexpr std::int32_t frames = 64;
+    void onBar() override {
+        EXPECT_FALSE(isOver);
+        music.onBar(sound, speed);
+        std::this_thread::yield(); // makes a collision more likely
+        EXPECT_FALSE(isOver);
+        ++bars;
+    }
 
-    AudioSingleton& sound = AudioSingleton::instance();
-    std::atomic<int> buffers = 0;
-    std::atomic<int> bars = 0;
+    static inline std::atomic<int> bars = 0; // of all plays
+    SharedValue<float> speed = 1.0f;         // tiles per frame
 
 private:
-    std::atomic<bool> quit = false;
-    std::thread audioThread;
+    AudioSingleton& sound = AudioSingleton::instance();
+    PlayMusic music;
+    std::atomic<bool> isOver = false;
 };
 
-TEST_F(AudioThreadsTest, NoBarEventOutlivesThePlay) {
+TEST(AudioThreads, NoBarEventOutlivesThePlay) {
+    AudioSingleton& sound = AudioSingleton::instance();
+    std::atomic<int> buffers = 0;
+    std::atomic<bool> quit = false;
+    std::thread audioThread([&] {
+        constexpr std::int32_t frames = 64;
+        std::vector<float> output(2 * frames);
+        for (; !quit; ++buffers) sound.process(output.data(), frames);
+    });
     const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(2);
     int plays = 0;
-    while (std::chrono::steady_clock::now() < end) {
-        Play play(sound, bars);
+    for (; std::chrono::steady_clock::now() < end; ++plays) {
+        Play play;
         const int before = buffers + plays % 3;
         while (buffers < before) std::this_thread::yield();
         noiseUnit();
@@ -90,13 +67,14 @@ TEST_F(AudioThreadsTest, NoBarEventOutlivesThePlay) {
         play.speed = plays % 2 == 0 ? 0.1f : 1.0f;
         sound.rewindBar(); // makes a bar event start while the play is destroyed
         for (int spin = plays % 64 * 50; spin > 0; --spin) play.speed += 0.001f;
-        ++plays;
     }
-    EXPECT_GT(bars, plays / 10);
+    quit = true;
+    audioThread.join();
+    EXPECT_GT(Play::bars, plays / 10);
 }
 
 // As when the thump of a page takes voices of the last page's thump that end within a buffer.
-TEST(VoiceThreadsTest, ANoteMayStartOnAVoiceThatHasJustEnded) {
+TEST(AudioThreads, ANoteMayStartOnAVoiceThatHasJustEnded) {
     std::array<SimpleSynth, SimpleSynth::bankSize> voices;
     for (SimpleSynth& voice : voices) voice.setParameter("noteLength", 0.01f, true);
     std::atomic<bool> quit = false;
