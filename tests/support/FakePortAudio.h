@@ -16,9 +16,7 @@ public:
     PaError initializeResult = paNoError;
     PaError openResult = paNoError;
     PaError startResult = paNoError;
-    std::set<double> refusedRates;   // hertz
-    std::string chatter;             // what Pa_Initialize prints to standard error
-    void (*atTerminate)() = nullptr; // what Pa_Terminate calls
+    std::set<double> refusedRates; // hertz
 
     // The calls so far, without "Pa_", and what the stream was opened with.
     std::vector<std::string> calls;
