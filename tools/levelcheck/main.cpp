@@ -9,6 +9,7 @@
 #include "tools/levelcheck/LevelCheck.h"
 #include "tools/levelcheck/LevelFile.h"
 #include "tools/levelcheck/LevelPicture.h"
+#include "tools/levelcheck/Newcomers.h"
 
 static constexpr const char* usage =
     "Usage: tarnwick-levelcheck LEVEL.png [options]\n"
@@ -18,11 +19,12 @@ static constexpr const char* usage =
     "  --to GOAL        use the fastest run to this goal zone instead\n"
     "  --through A,B,C  and let it pass these zones in this order\n"
     "  --picture FILE   write a picture (PNG) of the level with this run\n"
+    "  --newcomers N    simulate N first-time players instead, and print where they lose time\n"
     "  --scene          check a level in which nobody steers, that of the epilogue\n";
 
-static const CommandLine::KnownOptions options = {{"--zones", 1},   {"--script", 1},
-                                                  {"--to", 1},      {"--through", 1},
-                                                  {"--picture", 1}, {"--scene", 0}};
+static const CommandLine::KnownOptions options = {
+    {"--zones", 1},   {"--script", 1}, {"--to", 1},       {"--through", 1},
+    {"--picture", 1}, {"--scene", 0},  {"--newcomers", 1}};
 
 static constexpr std::streamsize longestZones = 1 << 20; // bytes
 
@@ -74,6 +76,12 @@ static void writeScript(const CommandLine& line, const Inputs& inputs) {
 
 static void runPlay(const CommandLine& line, const Zones& zones, const LevelMap& map,
                     Findings& findings) {
+    if (line.has("--newcomers")) {
+        const std::string count = line.get("--newcomers", "");
+        Newcomers(map, zones, CommandLine::readNumber("--newcomers", count, 1U, 10000U))
+            .print(std::cout);
+        return;
+    }
     LevelCheck check(map, zones, findings, std::cout);
     check.run();
     if (!line.has("--script") && !line.has("--picture")) return;
