@@ -62,14 +62,12 @@ Picture::Box Picture::ink() const {
 std::string Picture::differenceTo(const Picture& other) const {
     if (*this == other) return "";
     std::ostringstream words;
-    int different = 0;
-    for (int y = 0; y < height; ++y) {
-        for (int x = 0; x < width; ++x) {
-            if (at(x, y) == other.at(x, y) || different++ > 0) continue;
-            words << "at " << x << ", " << y << ": " << at(x, y) << " and " << other.at(x, y);
-        }
+    for (int i = 0; i < width * height && words.str().empty(); ++i) {
+        const Pixel here = at(i % width, i / width);
+        const Pixel there = other.at(i % width, i / width);
+        if (here != there)
+            words << here << " and " << there << " at " << i % width << ", " << i / width;
     }
-    words << ", in all " << different << " pixels";
     return words.str();
 }
 

@@ -6,9 +6,19 @@
 #include "game/Player.h"
 #include "game/StarTrail.h"
 #include "tests/support/GoalRun.h"
-#include "tests/support/LiteralTileRenderer.h"
 
 class OpenGLDrawer;
+
+// The picture of a level with nothing left out: an outline for every rock in view, a quad for every
+// cell, the clear ones too, and a second quad for a flame. What the game's TileRenderer shows must
+// be the same to the pixel. It has its own table of the sheet and its own textures.
+class LiteralTileRenderer {
+public:
+    void draw(OpenGLDrawer& drawer, const LevelMap& map, WorldPoint camera);
+
+private:
+    int drawings = 0; // so far
+};
 
 // The play on the shipped level with nothing left out of its picture: the whole background, every
 // tile and outline, four rings of the vortex. What the game's play shows must be the same to the

@@ -72,8 +72,6 @@ protected:
     }
 
     static constexpr const char* ofNewFile = " a 0 [DirectSound\r]";
-    static constexpr const char* newFile =
-        "w 1024\r\nh 768\r\na 0\r\nf 1\r\nns 0\r\nnm 0\r\naa DirectSound\r\n";
 
     std::string folder;
 
@@ -85,7 +83,8 @@ TEST_F(SettingsTest, TheFirstRunCreatesFolderAndFileForTheUserAlone) {
     const std::string path = folder + "/config/Corvale";
     EXPECT_EQ(outcome(), "Created " + path + " path.\n" + ofNewFile)
         << "only the last folder is reported";
-    EXPECT_EQ(bytesOf(path + "/Corvale.conf"), newFile);
+    EXPECT_EQ(bytesOf(path + "/Corvale.conf"),
+              "w 1024\r\nh 768\r\na 0\r\nf 1\r\nns 0\r\nnm 0\r\naa DirectSound\r\n");
     EXPECT_EQ(std::filesystem::status(path).permissions(), std::filesystem::perms::owner_all);
 }
 
@@ -128,7 +127,7 @@ TEST_F(SettingsTest, EachKeyHasItsValueAtAFixedColumn) {
     const std::pair<std::string, const char*> cases[] = {
         {"w 800\r\nh 600\r\na 2\r\nf 0\r\nns 1\r\nnm 1\r\naa ALSA\r\n",
          " w 800 h 600 a 2 window no sound no music [ALSA\r]"},
-        {"w 1\nw 2\nw x\n", " w 2"}, // the last one that is a number
+        {"w 1\nw 2\nw x\nw 2147483648\n", " w 2"}, // the last one that is a number
         {"width 800\nhx700\na_3\nf=0\nnsx1\nnmx1\naaxALSA",
          " h 700 a 3 window no sound no music [ALSA]"},
         {"na 1\nn\nno 1\nn 1\n# w 5\n w 5\nW 5\n\n\r\nx\n", ""},
@@ -136,7 +135,6 @@ TEST_F(SettingsTest, EachKeyHasItsValueAtAFixedColumn) {
         {"x 77 88\nw\nh \na\nf\nns\nnm\n", ""}, // nothing is left over from a longer line
         {"f 2\nns 2\nnm -1\nns true\n", ""},    // a switch is 0 or 1
         {"h 6\n\n" + std::string(3, '\0') + "w 9\n\xff\xfe\na 3\n", " h 6 a 3"},
-        {"w 2147483647\nh 2147483648\na .5\n", " w 2147483647"},
         {std::string(127, 'x') + "w 5\nh 6\n", " h 6"}, // lines are cut
         {"h 6\n" + std::string(1 << 20, '\n') + "w 5\n", " h 6"},
     };

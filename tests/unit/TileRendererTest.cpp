@@ -6,7 +6,7 @@
 
 #include "game/LevelMap.h"
 #include "tests/support/GlWindow.h"
-#include "tests/support/LiteralTileRenderer.h"
+#include "tests/support/LiteralPlay.h"
 
 static GlWindow* const window = GlWindow::open();
 
@@ -80,10 +80,4 @@ TEST(TileRenderer, ShowsEdgesAndSmallLevelsAsWithEverythingDrawn) {
     }
     const LevelMap wide = makeNastyLevel(9000, 14, 20, 3);
     for (const float x : {8990.37f, 8999.99f, 9009.5f, 4096.001f}) expectSame(wide, {x, 7.3f});
-}
-
-TEST(TileRenderer, RespectsTheBlendMode) {
-    window->drawer().setBlendMode(1);
-    expectSame(makeNastyLevel(34, 26, 15, 1), {17, 13});
-    window->drawer().setBlendMode(0);
 }
