@@ -44,3 +44,14 @@ TEST(SimpleSynth, ParametersHaveNamesDefaultsAndMappings) {
     }
     EXPECT_EQ(voice.parameterName(-1) + voice.parameterName(index), "");
 }
+
+TEST(SimpleSynth, ASampleExactlyAtTheEndBelongsToTheNote) {
+    SimpleSynth voice;
+    voice.setParameter("noteLength", 0.000022675737f / 2, true);
+    voice.noteOn(440, 0);
+    for (const bool sounds : {true, false}) {
+        float output[2] = {};
+        voice.render(output, 1);
+        EXPECT_EQ(voice.isActive(), sounds);
+    }
+}
