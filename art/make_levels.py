@@ -13,8 +13,8 @@ later lines win. Ranges are inclusive: `24-96` are the columns 24 to 96. Row 0 i
                                 to both sides it must be level; used by the checks alone
   scene                         nobody steers here: nothing is checked that only a kick could meet
   keep X-X Y-Y                  stays open, because text stands there; used by the checks alone
-  region NAME LOOK DEEP         what follows belongs to this region. Rock near its open cells gets
-                                the code LOOK, rock further away the code DEEP (both hexadecimal)
+  region NAME LINING FLOOR      what follows belongs to this region. Rock near its open cells gets the
+                                style LINING, but for the top row of a floor: FLOOR (hexadecimal)
   zone NAME X-X Y-Y             a rectangle of the part of the level that is called NAME
   goal NAME X-X Y-Y             one of the places where the goal may be reached
   want MEASURE LEAST-MOST       what tarnwick-levelcheck expects of the level: see its manual page
@@ -31,12 +31,19 @@ later lines win. Ranges are inclusive: `24-96` are the columns 24 to 96. Row 0 i
                                 BAY less WIDTH even
   hollow X Y,H Y,H ...          open space to both sides of column X: H to each side in row Y
   disc X Y R                    round open space
-  wheel X Y R N                 a toothed wheel of radius R with N spokes; a bob for N = 0
+  wheel X Y R N                 a toothed wheel of radius R with N spokes, open between them where the
+                                room was open; a bob with a burning heart for N = 0
   hand X,Y X,Y THICK            a bar of rock between two points, THICK rows thick
   drip X Y H W                  rock hanging from a ceiling at row Y: H rows, W wide, pointed
   mound X Y H W                 rock standing on a floor in row Y: H rows, W wide, pointed
   pipes X-X Y H,H,...           columns of rock, 3 wide, hanging H rows from row Y, lengths in turn
   island X-X Y H                a floating ledge: floor row Y, H rows thick in its middle
+  stand NAME X FLOOR [STYLE] [SECOND]
+                                a landmark, a figure of landmarks.txt: its left column is X, its
+                                lowest row stands on the floor row, or in rock or in the air.
+                                Its two styles are 00 and 40 if not given
+  hang NAME X TOP [STYLE] [SECOND]
+                                the same with its highest row given, on a rod from the ceiling
   stair X-X Y N RISE            N equal steps of RISE rows from floor row Y, up towards the second
                                 column (`90-60` climbs to the left), on rock as deep as `ground`
 
@@ -54,12 +61,16 @@ from pictures import artFolder
 emptyCode, flameCode, signCode = 0xFF, 0xE0, 0xFE
 lookCodes = (0x00, 0x20, 0x40, 0x60, 0x80, signCode)
 rock = -1            # rock whose look is decided by the region nearest to it
-crust = 3            # tiles of LOOK around open space, before DEEP begins
-smallestDepth = 200  # tiles of DEEP in one piece
+lining = 3           # tiles of a region's style around open space, before quiet rock begins
+quietCode = 0x40     # its style
+smallestDepth = 200  # tiles of quiet rock in one piece
 border = 12          # tiles of rock on every side of the picture: beyond it nothing is seen
 thinnest = 3         # of a wall or floor between two spaces
+narrowest = 4        # floor with a top row of its own
 pipeWidth = 3        # width of a hanging column
-rimCode, webCode = 0x00, 0x80  # looks of a wheel: its teeth and spokes, and what lies between
+rimCode = 0x00       # style of wheels, hands and rods
+
+landmarkRows = {}     # a figure's rows, by its name
 
 zonesHead = """# SPDX-License-Identifier: Zlib
 # Made by make_levels.py. Columns, rows, inclusive; several lines of one name are one zone. What is
@@ -97,6 +108,9 @@ class Level:
         self.regions = []
         self.startPlace = (0, 0, 0, 0)
         self.kept = []
+        self.landmarks = []
+        self.ornament = self.tiles == rock
+        self.furnished = self.tiles == rock
         self.zones = []
         self.steered = True
 
@@ -126,6 +140,8 @@ class Level:
     def size(self, width, height):
         self.tiles = np.full((int(height), int(width)), rock, np.int16)
         self.owner = np.zeros_like(self.tiles)
+        self.ornament = self.owner > 0
+        self.furnished = self.owner > 0
 
     def start(self, x, y, floor, flat):
         self.startPlace = (int(x), int(y), int(floor), int(flat))
@@ -136,8 +152,8 @@ class Level:
     def keep(self, columns, rows):
         self.kept.append((span(columns), span(rows)))
 
-    def region(self, name, look, deep):
-        self.regions.append((name, int(look, 16), int(deep, 16)))
+    def region(self, name, look, floor):
+        self.regions.append((name, int(look, 16), int(floor, 16)))
 
     def zone(self, name, columns, rows):
         self.zones.append(f"region {name} {columns} {rows}")
@@ -207,8 +223,13 @@ class Level:
                 return away <= radius * 0.4
             side = np.arcsin(abs(np.sin(turn * spokes / 2))) * 2 / spokes * away
             return (away <= radius - 5) & (away > radius * 0.35) & (side > 1.9)
+        room = self.tiles == emptyCode
         self.blocks(x, y, radius, body, rimCode)
-        self.blocks(x, y, radius, web, webCode)
+        self.blocks(x, y, radius, web, quietCode if spokes else flameCode)
+        self.ornament |= room & (self.tiles != emptyCode)
+        rows = np.nonzero(room[:, x] & (self.tiles[:, x] != emptyCode))[0]
+        self.landmarks.append(("wheel" if spokes else "pendulum", x - 6, rows.min(), x + 5, rows.max()))
+        self.tiles[room & (self.tiles == quietCode)] = emptyCode  # the sky between its spokes
 
     def blocks(self, x, y, radius, inside, code):
         """Puts a code where inside(distance from x, y; angle) holds, in blocks of 2 by 2 cells.
@@ -274,18 +295,60 @@ class Level:
             floor = y - rise * (index * count // total + 1)
             self.floorColumn(first + step * index, floor)
 
+    def stand(self, name, x, floor, *styles):
+        self.landmark(name, int(x), int(floor) - len(landmarkRows[name]), *styles)
+
+    def hang(self, name, x, top, *styles):
+        x, top = int(x), int(top)
+        self.landmark(name, x, top, *styles)
+        # As wide as the figure's tip, or 2: a step of one column would be a trap, see playFaults.
+        signs = landmarkRows[name][0]
+        middle = len(signs) // 2
+        before, behind = signs[:middle].rpartition(".")[2], signs[middle:].partition(".")[0]
+        if len(before + behind) == 4:
+            first, last = middle - len(before), middle + len(behind) - 1
+        else:
+            first, last = middle - 1, middle
+        row = top
+        while self.tiles[row, x + first] == emptyCode:
+            row += 1
+        while self.tiles[row - 1, x + first] == emptyCode:
+            row -= 1
+            self.tiles[row, x + first:x + last + 1] = rimCode
+            self.ornament[row, x + first:x + last + 1] = True
+
+    def landmark(self, name, x, top, style="00", second="40"):
+        codes = {"#": int(style, 16), "+": int(second, 16), "*": flameCode, "o": emptyCode}
+        for row, signs in enumerate(landmarkRows[name], top):
+            for column, sign in enumerate(signs, x):
+                if sign != ".":
+                    self.furnished[row, column] |= self.tiles[row, column] == emptyCode
+                    self.tiles[row, column] = codes[sign]
+                    self.ornament[row, column] = True
+        self.landmarks.append((name, x, top, x + len(signs) - 1, row))
+
     def paint(self):
         """Gives all undecided rock its look. Returns the finished codes, rows by columns."""
-        opened = (self.tiles == emptyCode) | (self.tiles == flameCode)
+        room = (self.tiles == emptyCode) | self.furnished
+        opened = room | (self.tiles == flameCode) & ~self.ornament
         away, nearest = ndimage.distance_transform_cdt(~opened, metric="chessboard",
                                                        return_indices=True)
-        owner = self.owner[tuple(nearest)]
-        look = np.array([r[1] for r in self.regions])[owner]
-        deep = np.array([r[2] for r in self.regions])[owner]
+        look = np.array([style for _, style, _ in self.regions])[self.owner[tuple(nearest)]]
         # Only large masses have depths; a core in an island would look like a hole.
-        parts, _ = ndimage.label(away > crust)
-        depths = np.bincount(parts.ravel())[parts] * (parts > 0) >= smallestDepth
-        painted = np.where(depths, deep, look)
+        parts, _ = ndimage.label(away > lining)
+        deep = np.bincount(parts.ravel())[parts] * (parts > 0) >= smallestDepth
+        painted = np.where(deep, quietCode, look)
+        # Two linings do not meet: quiet rock lies between them.
+        lined = np.where((self.tiles == rock) & ~deep, look, quietCode)
+        for axis in (0, 1):
+            for step in (-1, 1):
+                beside = np.roll(lined, step, axis)
+                painted[(lined != quietCode) & (beside != quietCode) & (beside != lined)] = quietCode
+        # The top row of floors tells them from walls; that of a narrow ledge would look like a tooth.
+        floors = (self.tiles == rock) & np.roll(opened, 1, axis=0)
+        wide = ndimage.binary_opening(floors, np.ones((1, narrowest)))
+        top = np.array([style for _, _, style in self.regions])[self.owner[tuple(nearest)]]
+        painted = np.where(wide, top, painted)
         return np.where(self.tiles == rock, painted, self.tiles).astype(np.uint8)
 
 
@@ -293,7 +356,15 @@ verbs = {verb.__name__: verb for verb in (
     Level.size, Level.start, Level.scene, Level.keep, Level.region, Level.zone, Level.goal,
     Level.want, Level.carve, Level.fill, Level.flame, Level.sign, Level.cave, Level.ground, Level.vault,
     Level.hollow, Level.disc, Level.wheel, Level.hand, Level.drip, Level.mound, Level.pipes,
-    Level.island, Level.stair)}
+    Level.island, Level.stair, Level.stand, Level.hang)}
+
+
+def readLandmarks(path):
+    for block in path.read_text(encoding="utf-8").split("\n\n")[1:]:
+        name, *rows = block.split()
+        if {len(row) for row in rows} != {len(rows[0])} or set("".join(rows)) - set("#+*o."):
+            sys.exit(f"{path.name}: {name}: rows of one length, of #+*o.")
+        landmarkRows[name] = rows
 
 
 def read(path):
@@ -352,8 +423,9 @@ def at(like, columns, rows):
     return mask
 
 
-def playFaults(tiles):
-    """What would make a level unfair or unsafe for a runner who kicks; as stageFaults."""
+def playFaults(level, tiles):
+    """What would make a level unfair or unsafe for a runner who kicks; as stageFaults. Landmarks may
+    be thin: what flies through one comes out in the same space."""
     empty, flame = tiles == emptyCode, tiles == flameCode
 
     # A rising kick that stops between two solid cells would stay a kick for good.
@@ -378,19 +450,20 @@ def playFaults(tiles):
             trap |= closed & seen(-2 * side, -down) & seen(-side, -down) & seen(-2 * side, 0)
 
     return [("passage 1 high", low), ("flame beside a gap of 1", tight),
-            ("wall thinner than 3", thinRuns(~empty)),
-            ("floor thinner than 3", thinRuns(~empty.T).T), ("trap behind a corner", trap)]
+            ("wall thinner than 3", thinRuns(~empty) & ~level.ornament),
+            ("floor thinner than 3", thinRuns(~empty.T).T & ~level.ornament), ("trap behind a corner", trap)]
 
 
 def faults(level, tiles):
     """The faults of a finished level as lines of text."""
-    found = stageFaults(level, tiles) + (playFaults(tiles) if level.steered else [])
+    found = stageFaults(level, tiles) + (playFaults(level, tiles) if level.steered else [])
     return [f"{text}: {cells(mask)}" for text, mask in found if mask.any()]
 
 
 def main():
     target = artFolder.parent / "data" / "levels"
     target.mkdir(parents=True, exist_ok=True)
+    readLandmarks(artFolder / "landmarks.txt")
     bad = False
     for path in sorted((artFolder / "levels").glob("*.txt")):
         level = read(path)
@@ -406,7 +479,7 @@ def main():
         Image.fromarray(np.repeat(tiles[:, :, None], 3, axis=2), "RGB").save(
             target / f"{path.stem}.png", compress_level=9)
         print(f"{path.stem}: {tiles.shape[1]} x {tiles.shape[0]}, "
-              f"{(tiles == emptyCode).mean():.1%} open, {(tiles == flameCode).sum()} flames")
+              f"{(tiles == emptyCode).mean():.1%} open, {(tiles == flameCode).sum()} flames, {len(level.landmarks)} landmarks")
     sys.exit(bad)
 
 

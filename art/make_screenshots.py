@@ -12,9 +12,10 @@ import subprocess
 import sys
 import tempfile
 
-from PIL import Image
+from PIL import Image, ImageDraw, ImageFont
 
-from pictures import artFolder, savePng
+import make_levels
+from pictures import artFolder, savePng, spritesFolder
 
 root = artFolder.parent
 folder = root / "docs" / "pictures"
@@ -31,6 +32,12 @@ teachingFrames = [58, 178, 298, 442, 1180, 1650]
 fallFrame = 3944
 teachingColumns = 3
 still = (480, 270)
+# A landmark: the cells around it, the pixels of each, and how many stand in a row.
+around = (18, 14)
+cellSize = 8
+landmarkColumns = 8
+sheetCells = {0x20: (0, 0), 0x00: (1, 0), 0x40: (2, 0), 0xFE: (3, 0), 0x60: (4, 0), 0x80: (5, 0),
+              make_levels.flameCode: (0, 7)}
 mapSize = (1024, 2048)
 
 
@@ -48,6 +55,48 @@ def makeSheet(pictures, columns):
     for i, picture in enumerate(pictures):
         place = (i % columns * still[0], i // columns * still[1])
         sheet.paste(picture.resize(still, Image.LANCZOS), place)
+    return sheet
+
+
+def drawCells(codes):
+    """Codes of the level, rows by columns, as the game draws them, on plain dusk."""
+    rows, columns = codes.shape
+    picture = Image.new("RGBA", (columns * cellSize, rows * cellSize), (176, 160, 184, 255))
+    tiles = Image.open(spritesFolder / "tiles.png").convert("RGBA")
+    places = [(x, y) for y in range(rows) for x in range(columns) if codes[y, x] in sheetCells]
+    draw = ImageDraw.Draw(picture)
+    for x, y in places:
+        if codes[y, x] != make_levels.flameCode:
+            draw.rectangle((x * cellSize - 1, y * cellSize - 1, (x + 1) * cellSize,
+                            (y + 1) * cellSize), (0, 0, 0))
+    for x, y in places:
+        u, v = sheetCells[codes[y, x]]
+        cell = tiles.crop((u * 16, v * 16, u * 16 + 16, v * 16 + 16)).resize((cellSize, cellSize),
+                                                                             Image.BOX)
+        picture.alpha_composite(cell, (x * cellSize, y * cellSize))
+    return picture.convert("RGB")
+
+
+def makeLandmarks():
+    """Each kind of landmark where it first stands, with its name."""
+    make_levels.readLandmarks(artFolder / "landmarks.txt")
+    level = make_levels.read(artFolder / "levels" / "episode1.txt")
+    codes = level.paint()
+    firsts = {}
+    for name, *box in level.landmarks:
+        if box[2] - box[0] >= 6 and name in make_levels.landmarkRows:
+            firsts.setdefault(name, box)
+    width, height = around[0] * cellSize, around[1] * cellSize + 20
+    sheet = Image.new("RGB", (width * landmarkColumns, height * -(-len(firsts) // landmarkColumns)),
+                      (255, 255, 255))
+    font = ImageFont.truetype(str(next((root / "data" / "fonts").glob("*.ttf"))), 16)
+    draw = ImageDraw.Draw(sheet)
+    for i, (name, (left, top, right, bottom)) in enumerate(firsts.items()):
+        x, y = i % landmarkColumns * width, i // landmarkColumns * height
+        column, row = (left + right + 1 - around[0]) // 2, (top + bottom + 1 - around[1]) // 2
+        part = codes[row:row + around[1], column:column + around[0]]
+        sheet.paste(drawCells(part), (x, y))
+        draw.text((x + width // 2, y + height - 2), name, (0, 0, 0), font, "md")
     return sheet
 
 
@@ -77,6 +126,7 @@ def main(build):
         savePng(makeSheet(film, filmColumns), folder / "film.png")
         teaching = [run[frame] for frame in teachingFrames] + [fall]
         savePng(makeSheet(teaching, teachingColumns), folder / "teaching.png")
+        savePng(makeLandmarks(), folder / "landmarks.png")
         savePng(makeMap(build, scratch / "map.png"), folder / "level.png")
 
 
