@@ -151,16 +151,11 @@ TEST_F(Effects, TheRunnersSpriteFollowsItsMotionAndStepsEveryFourthDrawing) {
     const std::vector<int> run = {5, 6, 7, 8, 9, 10};
     const std::vector<int> air = {2, 3, 4, 3};
     const std::vector<int> stand = {11, 12, 13, 12};
-    struct Case {
-        float vx;
-        bool airborne;
-        std::vector<int> pictures;
-    };
-    for (const Case& motion : {Case{0.3f, false, run}, Case{-0.01f, false, run}, Case{0, true, air},
-                               Case{1, true, air}, Case{0, false, stand}}) {
-        Player player = playerIn(motion.vx, motion.airborne, motion.vx >= 0);
+    for (const auto& [vx, pictures] :
+         {std::pair(0.3f, run), {-0.01f, run}, {0, air}, {1, air}, {0, stand}}) {
+        Player player = playerIn(vx, pictures == air, vx >= 0);
         for (std::size_t drawing = 0; drawing < 60; ++drawing) {
-            const int picture = motion.pictures[drawing / 4 % motion.pictures.size()];
+            const int picture = pictures[drawing / 4 % pictures.size()];
             ASSERT_EQ(spritesOf(player), std::vector{picture}) << "drawing " << drawing;
         }
     }
