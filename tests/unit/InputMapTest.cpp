@@ -11,12 +11,6 @@ TEST(InputCodes, EveryKeyHasItsOwnCodeOrNone) {
     EXPECT_EQ(hash, 1145538139u);
 }
 
-TEST(InputCodes, JoysticksHaveBlocksOfTwentyAndShareOneCodeFromTheFifthOn) {
-    EXPECT_EQ(inputCodeForJoystick(0, 0), 68);
-    EXPECT_EQ(inputCodeForJoystick(3, 19), 147);
-    for (const int joystick : {4, -1}) EXPECT_EQ(inputCodeForJoystick(joystick, 9), 78);
-}
-
 class InputMap : public ApplicationFixture {
 protected:
     static void pushButton(Uint8 type, Uint8 joystick, Uint8 button) {

@@ -11,12 +11,10 @@
 // Both plays in the window of the real application, in step.
 class PlayPicture : public testing::Test {
 protected:
-    static constexpr std::uint32_t seed = 11;
-
     PlayPicture() : drawer(static_cast<OpenGLDrawer&>(Inspector::drawer(application))) {
-        noiseSeed() = seed;
+        noiseSeed() = 11;
         play = std::make_unique<GamePlay>(application);
-        noiseSeed() = seed;
+        noiseSeed() = 11;
         literal = std::make_unique<LiteralPlay>();
     }
 
