@@ -11,6 +11,21 @@ TEST(InputCodes, EveryKeyHasItsOwnCodeOrNone) {
     EXPECT_EQ(hash, 1145538139u);
 }
 
+TEST(InputCodes, JoysticksHaveBlocksOfTwentyAndShareOneCodeFromTheFifthOn) {
+    EXPECT_EQ(inputCodeForJoystick(0, 0), 68);
+    EXPECT_EQ(inputCodeForJoystick(3, 19), 147);
+    for (const int joystick : {4, -1}) EXPECT_EQ(inputCodeForJoystick(joystick, 9), 78);
+}
+
+TEST(InputCodes, TheSignOfAnAxisChoosesItsDirection) {
+    const int below[] = {3, 0, 5, 9, 6, 0};
+    const int above[] = {1, 2, 4, 7, 8, 0};
+    for (int axis = 0; axis < 6; ++axis) {
+        EXPECT_EQ(directionOfAxis(axis, -1 / 32768.0f), below[axis]) << axis;
+        EXPECT_EQ(directionOfAxis(axis, 0), above[axis]) << axis;
+    }
+}
+
 class InputMap : public ApplicationFixture {
 protected:
     static void pushButton(Uint8 type, Uint8 joystick, Uint8 button) {
