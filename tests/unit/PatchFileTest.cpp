@@ -38,6 +38,8 @@ TEST(PatchFile, ReadsOneValueALine) {
     EXPECT_EQ(read(head + " 0.5, \n-1.25};\r\n1e-3  // a word\n}"), expected);
     EXPECT_EQ(read(head + "0.5f,\n-1.25f,\n1e-3f,"), expected) << "no } and no line feed";
     EXPECT_EQ(read(head + "}"), Values()) << "fewer values than parameters";
+    EXPECT_EQ(read(lines22 + std::string(25, ' ') + "13;\n\n{\n1f,\n"), Values({{0, 1.0f}}))
+        << "the count starts in column 26";
     for (const std::string& line :
          {std::string(), std::string("1"), std::string("f,"), std::string("nanf,"),
           std::string("-inff,"), std::string("1e39f,"), std::string(" };"), std::string(4, '\0'),
