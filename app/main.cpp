@@ -2,6 +2,7 @@
 #include <SDL.h>
 
 #include <cstdlib>
+#include <exception>
 #include <iostream>
 #include <string>
 #include <vector>
@@ -24,6 +25,9 @@ int main(int argc, char* argv[]) {
         Platform::endSoon();
     } catch (const FatalError& error) {
         std::cout << error.text << std::endl;
+    } catch (const std::exception& error) { // no memory or no thread to be had
+        std::cout << error.what() << std::endl;
+        return EXIT_FAILURE;
     }
     return 0;
 }
