@@ -21,6 +21,7 @@ extern "C" {
 
 SDL_Surface* __wrap_SDL_SetVideoMode(int width, int height, int /*depth*/, Uint32 /*flags*/) {
     static SDL_Surface window = {};
+    if (GlStandIn::fails()) return nullptr;
     window.w = width;
     window.h = height;
     GlStandIn::windowOpened();
@@ -47,7 +48,7 @@ void __wrap_SDL_Delay(Uint32 milliseconds) {
 // --- GLEW: the entry points that the game requires; the others stay null.
 
 GLenum glewInit() {
-    return GLEW_OK;
+    return GlStandIn::fails() ? GLEW_ERROR_NO_GL_VERSION : GLEW_OK;
 }
 
 const GLubyte* glewGetString(GLenum /*name*/) {

@@ -14,6 +14,9 @@ struct GlStandIn {
     static inline std::uint32_t clock = 1000;       // ms, the result of SDL_GetTicks
     static inline std::vector<std::uint32_t> waits; // ms, of each SDL_Delay so far
 
+    // Whether the window or OpenGL's entry points are refused now.
+    static inline bool (*fails)() = [] { return false; };
+
     static inline void (*windowOpened)() = [] {}; // called when the window opens
 
     // Selects SDL's dummy video driver and a settings folder that cannot exist. Call it before the

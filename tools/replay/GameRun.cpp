@@ -9,7 +9,6 @@
 #include "screens/GamePlay.h"
 #include "sound/AudioSingleton.h"
 #include "tools/Inspector.h"
-#include "tools/replay/Ghosts.h"
 #include "tools/replay/InputScript.h"
 
 static constexpr SDLKey keySymbols[InputScript::keyCount] = {SDLK_UP,   SDLK_LEFT,  SDLK_RIGHT,
@@ -106,18 +105,16 @@ void GameRun::delay(Uint32 milliseconds) {
 }
 
 void GameRun::swapBuffers() {
-    GamePlay* const play = findPlay();
-    if (play && !result.goal) countFrame(*play);
+    countFrame();
     if (finishFrame()) __real_SDL_GL_SwapBuffers();
     ++frame;
 }
 
-void GameRun::countFrame(GamePlay& play) {
+void GameRun::countFrame() {
+    const GamePlay* play = findPlay();
+    if (!play || result.goal) return;
     ++result.frames;
-    result.goal = Inspector::isFinished(play);
-    if (ghosts && !result.goal) {
-        ghosts->draw(Inspector::drawer(*application), Inspector::player(play));
-    }
+    result.goal = Inspector::isFinished(*play);
 }
 
 // Redirected by the linker. The names are those of FilePath::getDataDirectory.

@@ -1,0 +1,145 @@
+// SPDX-License-Identifier: Zlib
+// Feeds readers with what libFuzzer makes up: fuzz TARGET [OPTION OF LIBFUZZER...] CORPUS. A report
+// of a sanitizer, a hang or too much memory is a fault; what is read does not matter.
+#include <unistd.h>
+
+#include <cstdlib>
+#include <cstring>
+#include <filesystem>
+#include <fstream>
+#include <iostream>
+#include <map>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "app/FatalError.h"
+#include "app/LaunchOptions.h"
+#include "app/Settings.h"
+#include "drawing/ImageLoader.h"
+#include "drawing/OpenGLFont.h"
+#include "drawing/TextLayout.h"
+#include "platform/Platform.h"
+#include "sound/PitchFile.h"
+#include "sound/PolyphonicSynth.h"
+#include "sound/SimpleSynth.h"
+#include "tools/levelcheck/Zones.h"
+#include "tools/replay/InputScript.h"
+
+// The folder of this process, which ends with it.
+static const std::string& folder() {
+    struct Folder {
+        std::string path = "/tmp/fuzz.XXXXXX";
+        Folder() { mkdtemp(path.data()); }
+        ~Folder() { std::filesystem::remove_all(path); }
+    };
+    static const Folder made;
+    return made.path;
+}
+
+static std::string write(const std::string& bytes, const std::string& name) {
+    const std::filesystem::path path = folder() + "/" + name;
+    std::filesystem::create_directories(path.parent_path());
+    std::ofstream(path, std::ios::binary) << bytes;
+    return path;
+}
+
+static void fuzzSettings(const std::string& bytes) {
+    write(bytes, "Corvale/Corvale.conf");
+    Settings();
+}
+
+static void fuzzArguments(const std::string& bytes) {
+    std::istringstream lines(bytes);
+    std::vector<std::string> arguments;
+    for (std::string line; std::getline(lines, line);) arguments.push_back(line);
+    static const Settings settings;
+    try {
+        LaunchOptions(arguments, settings);
+    } catch (const FatalError&) {}
+}
+
+// A few samples of these notes, with what the patch makes of them.
+static void play(const std::string& patch, const PitchTable& notes) {
+    static constexpr std::int32_t frames = 128;
+    std::vector<float> output(2 * frames);
+    PolyphonicSynth<SimpleSynth> bank;
+    bank.loadPatch(patch);
+    for (const float note : notes) bank.noteOn(note, 0);
+    bank.render(output.data(), frames);
+}
+
+static void fuzzPatch(const std::string& bytes) {
+    play(write(bytes, "patch.inl"), {220, 110});
+}
+
+static void fuzzPitches(const std::string& bytes) {
+    play("", readPitches(write(bytes, "pitch.txt")));
+}
+
+static void fuzzPicture(const std::string& bytes) {
+    const LoadedImage image = ImageLoader().loadFromMemory(bytes.data(), bytes.size());
+    if (image.pixels && image.width * std::uint64_t{image.height} > 1 << 26) std::abort();
+}
+
+static void fuzzFont(const std::string& bytes) {
+    write(bytes, "Windows/Fonts/font.ttf");
+    OpenGLFont::startLibrary();
+    const OpenGLFont font("font.ttf", 64);
+    if (font.isValid()) font.draw("Speed: 88mph", 0, 0, 100, 1, 1, 1, 1, 1);
+}
+
+// Two numbers, then the text; a font of three characters with odd widths.
+static void fuzzWrap(const std::string& bytes) {
+    float numbers[5] = {};
+    if (bytes.size() < sizeof numbers) return;
+    std::memcpy(numbers, bytes.data(), sizeof numbers);
+    const std::vector<FontGlyph> font = {{'a', 0, 0, 8, 0, numbers[2]},
+                                         {' ', 0, 0, 8, 0, numbers[3]},
+                                         {'b', 0, 0, 8, 0, numbers[4]}};
+    breakIntoLines(font, bytes.substr(sizeof numbers), numbers[0], numbers[1]);
+}
+
+static void fuzzReplay(const std::string& bytes) {
+    std::istringstream source(bytes);
+    InputScript script;
+    std::string failure;
+    if (!script.read(source, failure)) return;
+    for (std::uint32_t frame = 0; frame < 100; ++frame) script.pressesBefore(frame);
+}
+
+static void fuzzZones(const std::string& bytes) {
+    Zones zones;
+    zones.read(bytes);
+    zones.describe(60, 984);
+}
+
+static const std::map<std::string, void (*)(const std::string&)> targets = {
+    {"settings", fuzzSettings}, {"arguments", fuzzArguments}, {"patch", fuzzPatch},
+    {"pitches", fuzzPitches},   {"picture", fuzzPicture},     {"font", fuzzFont},
+    {"wrap", fuzzWrap},         {"replay", fuzzReplay},       {"zones", fuzzZones}};
+static void (*target)(const std::string&) = nullptr;
+
+// Takes the first argument.
+extern "C" int LLVMFuzzerInitialize(int* count, char*** arguments) {
+    const auto found = *count > 1 ? targets.find((*arguments)[1]) : targets.end();
+    if (found == targets.end()) {
+        std::cerr << "usage: fuzz TARGET [OPTION...] CORPUS; the targets are";
+        for (const auto& [name, function] : targets) std::cerr << " " << name;
+        std::cerr << std::endl;
+        std::exit(2);
+    }
+    target = found->second;
+    for (int i = 1; i < *count; ++i) (*arguments)[i] = (*arguments)[i + 1];
+    --*count;
+    Platform::setEnvironment("XDG_CONFIG_HOME", folder());
+    Platform::setEnvironment("SystemDrive", folder());
+    Platform::setEnvironment("DISPLAY", "none");
+    std::cout.setstate(std::ios::failbit); // what the readers print
+    return 0;
+}
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
+    target(std::string(bytes, bytes + size));
+    return 0;
+}
