@@ -71,12 +71,16 @@ endforeach()
 install(FILES data/levels/tiles.gpl DESTINATION ${dataFolder}/levels COMPONENT game)
 
 # Each tool is installed under its OUTPUT_NAME, which starts with "tarnwick-".
-foreach(tool levelcheck render_wav)
+foreach(tool levelcheck render_wav replay)
     get_target_property(name ${tool} OUTPUT_NAME)
     install(TARGETS ${tool} RUNTIME DESTINATION ${programFolder} COMPONENT tools)
     install_link(bin ${name} ${programFolder}/${name} tools)
     install_man(tools ${name}.1)
 endforeach()
+
+install(FILES packaging/completion/tarnwick-replay
+    DESTINATION share/bash-completion/completions COMPONENT tools)
+install_text(tarnwick-record.desktop.in share/applications tarnwick-record.desktop tools)
 
 install_man(game tarnwick.6 tarnwick-level.5 tarnwick-patch.5 tarnwick-pitch.5
     tarnwick-settings.5)

@@ -55,9 +55,13 @@ set(CPACK_DEBIAN_TOOLS_PACKAGE_NAME tarnwick-tools)
 set(CPACK_DEBIAN_TOOLS_PACKAGE_SECTION utils)
 set(CPACK_DEBIAN_TOOLS_PACKAGE_DEPENDS
     "tarnwick (= ${PROJECT_VERSION}-${TARNWICK_PACKAGE_RELEASE})")
-set(CPACK_DEBIAN_TOOLS_DESCRIPTION "Tarnwick Episode: tools for authors of levels and sounds
-Levels, voices and tunes of the arcade game Tarnwick Episode are pictures and
-small text files that you can change.
+set(CPACK_DEBIAN_TOOLS_PACKAGE_SUGGESTS ffmpeg)
+set(CPACK_DEBIAN_TOOLS_DESCRIPTION "Tarnwick Episode: tools for players and authors
+tarnwick-replay keeps runs of the arcade game Tarnwick Episode. You can watch
+a run, check its time, race against it and make a film of it.
+.
+Levels, voices and tunes of the game are pictures and small text files that you
+can change.
 .
 tarnwick-levelcheck reports what is wrong with a level, and searches for the
 fastest path through it. tarnwick-render writes a note, a drum or the music to
