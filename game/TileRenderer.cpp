@@ -65,7 +65,7 @@ static constexpr float sheetPlace(int cell) {
 }
 
 TileRenderer::TileRenderer() : cells{} {
-    for (const TileLook& style : rockLooks) {
+    for (const TileStyle& style : rockStyles) {
         cells[style.code] = {sheetPlace(style.column), sheetPlace(style.row)};
     }
     for (std::size_t frame = 0; frame < flameCells.size(); ++frame) {

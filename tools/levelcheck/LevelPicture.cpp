@@ -26,9 +26,9 @@ LevelPicture::Colour& LevelPicture::pixelAt(int x, int y) {
                   static_cast<std::size_t>(x)];
 }
 
-static TileLook lookOf(std::uint8_t code) {
+static TileStyle styleOf(std::uint8_t code) {
     if (code == LevelMap::flame) return {code, 0, flameRow};
-    for (const TileLook& rock : rockLooks) {
+    for (const TileStyle& rock : rockStyles) {
         if (rock.code == code) return rock;
     }
     return {code, 0, 0};
@@ -44,11 +44,11 @@ void LevelPicture::paintCells(const LevelMap& map) {
         const int x = i % width, y = i / width;
         const std::uint8_t code = map.at(x / side, y / side);
         if (code == LevelMap::empty) continue;
-        const TileLook look = lookOf(code);
+        const TileStyle style = styleOf(code);
         std::array<int, 4> sums = {};
         for (int k = 0; k < covered * covered; ++k) {
-            const int sheetX = look.column * tileSheetPixels + x % side * covered + k % covered;
-            const int sheetY = look.row * tileSheetPixels + y % side * covered + k / covered;
+            const int sheetX = style.column * tileSheetPixels + x % side * covered + k % covered;
+            const int sheetY = style.row * tileSheetPixels + y % side * covered + k / covered;
             const std::uint8_t* pixel =
                 sheet.pixels.get() + 4 * (static_cast<std::size_t>(sheetY) * sheet.width +
                                           static_cast<std::size_t>(sheetX));
