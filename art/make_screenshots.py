@@ -21,15 +21,15 @@ root = artFolder.parent
 folder = root / "docs" / "pictures"
 
 titleFrame = 600
-shots = {"play": 5764, "fire": 454}
+shots = {"play": 4880, "fire": 524}
 # The film: hall, fire, launcher, wells, cavern, tower, wheels, hourglass, great hall, chimney,
 # vortex, and the end.
-filmFrames = [310, 442, 1180, 1550, 2200, 2740, 4040, 4780, 5380, 5772, 5836, 6290]
+filmFrames = [144, 524, 980, 1284, 1664, 3032, 3374, 3792, 4172, 4880, 4975, 5434]
 filmColumns = 3
 # What teaches: run, jump, first kick, danger, the fire's throw, chained kicks; in the fall a kick
 # comes from the other run.
-teachingFrames = [58, 178, 298, 442, 1180, 1650]
-fallFrame = 3944
+teachingFrames = [106, 220, 258, 524, 980, 1170]
+fallFrame = 4095
 teachingColumns = 3
 still = (480, 270)
 # A landmark: the cells around it, the pixels of each, and how many stand in a row.
