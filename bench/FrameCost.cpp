@@ -21,9 +21,9 @@
 #include "tests/support/LiteralPlay.h"
 #include "tools/Inspector.h"
 
-static constexpr double mostOfLiteral = 0.75; // of a frame with nothing left out
-static constexpr double mostOfVortex = 1.3;   // a late frame of the vortex, of one without it
-static constexpr double goal = 14;            // ms on an idle machine with two cores; printed only
+static constexpr double mostOfLiteral = 0.5; // of a frame with nothing left out
+static constexpr double mostOfVortex = 1.5;  // a late frame of the vortex, of one without it
+static constexpr double goal = 14;           // ms on an idle machine with two cores; printed only
 
 static constexpr std::size_t segments = 4;       // of the run, spread over it
 static constexpr std::size_t segmentFrames = 32; // consecutive frames

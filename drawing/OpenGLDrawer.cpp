@@ -85,6 +85,7 @@ void OpenGLDrawer::resizeWindow(std::uint16_t width, std::uint16_t height) {
     if (!hasContext) return;
     glyphFont.makeBlank();
     fitPicture();
+    dropBackground();
     deleteFrameBuffer();
     makeFrameBuffer();
     setFixedState();
@@ -153,7 +154,7 @@ void OpenGLDrawer::setFixedState() {
 
 void OpenGLDrawer::beginFrame() {
     if (!hasContext) return;
-    glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
+    glClear(GL_COLOR_BUFFER_BIT); // nothing uses the depth buffer
     glLoadIdentity();
 }
 

@@ -3,6 +3,7 @@
 
 #include <GL/glew.h>
 
+#include <functional>
 #include <memory>
 #include <vector>
 
@@ -91,10 +92,11 @@ public:
     void drawTileQuad(float x, float y, float u, float v, float du, float dv, float scaleX,
                       float scaleY, float r, float g, float b, float a);
 
-    // Restricts painting to a part of the virtual screen, rounded outward to whole pixels plus one.
-    // The translation does not move it. stopClipping ends it.
-    void clip(float x, float y, float w, float h);
-    void stopClipping();
+    // Paints a background over the whole screen, first in a frame. The first time it calls `paint`;
+    // while `number` (0 or above) and the window's size stay the same, it then shows a copy of what
+    // `paint` painted. A copy may lack a band in the middle, hiddenWidth units wide, that the
+    // caller will cover. Without memory for a copy it calls `paint` every time.
+    void drawBackground(int number, float hiddenWidth, const std::function<void()>& paint);
 
 private:
     // A fan: element 0 is the centre, the rim follows in order. All four have `count` elements.
@@ -134,6 +136,9 @@ private:
 
     void fitPicture();
     void setPictureViewport();
+    void copyBackground();
+    void dropBackground();
+
     void makeFrameBuffer();
     void deleteFrameBuffer();
 
@@ -154,6 +159,9 @@ private:
     float viewportW = 1024;
     float viewportH = 768;
     int blendMode = 0;
+    GLuint backgroundCopy = 0; // GL texture of the picture's size, 0 for none
+    int backgroundNumber = -1; // of the copy, -1 for none
+    bool canCopyBackground = true;
     GLuint frameBuffer = 0;
     GLuint depthBuffer = 0;            // of the frame buffer
     std::uint32_t offscreenHandle = 0; // the frame buffer's picture in `textures`

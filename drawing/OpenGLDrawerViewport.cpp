@@ -1,14 +1,14 @@
 // SPDX-License-Identifier: Zlib
-// Where the picture lies in the window: units, fitting, clipping. Also drawing into a part of the
-// screen or off screen, and reading the screen, which the game does not use.
+// Where the picture lies in the window, and the copy of its background. Also drawing into a part of
+// the screen or off screen, and reading the screen, which the game does not use.
 #include "drawing/OpenGLDrawer.h"
 
 #include <GL/glu.h>
 #include <SDL.h>
 
-#include <algorithm>
-#include <cmath>
 #include <iostream>
+
+#include "drawing/TexturedQuad.h"
 
 static constexpr int offscreenWidth = 1280; // pixels of the frame buffer's picture
 static constexpr int offscreenHeight = 720;
@@ -44,21 +44,57 @@ void OpenGLDrawer::setPictureViewport() {
     glViewport(viewportX(), viewportY(), viewportWidth(), viewportHeight());
 }
 
-void OpenGLDrawer::clip(float x, float y, float w, float h) {
+// --- the background
+
+void OpenGLDrawer::drawBackground(int number, float hiddenWidth,
+                                  const std::function<void()>& paint) {
     if (!hasContext) return;
-    const float scaleX = viewportW / static_cast<float>(width); // pixels a unit
-    const float scaleY = viewportH / static_cast<float>(height);
-    const auto left = static_cast<GLint>(std::floor(x * scaleX)) - 1;
-    const auto right = static_cast<GLint>(std::ceil((x + w) * scaleX)) + 1;
-    const auto bottom = static_cast<GLint>(std::floor(viewportH - (y + h) * scaleY)) - 1;
-    const auto top = static_cast<GLint>(std::ceil(viewportH - y * scaleY)) + 1;
-    glEnable(GL_SCISSOR_TEST);
-    glScissor(viewportX() + left, viewportY() + bottom, std::max(right - left, 0),
-              std::max(top - bottom, 0));
+    if (number != backgroundNumber) {
+        paint();
+        backgroundNumber = -1;
+        if (canCopyBackground) copyBackground();
+        if (canCopyBackground) backgroundNumber = number;
+        return;
+    }
+    // Each texel lies on a pixel. Replacing instead of multiplying with white saves time.
+    glBindTexture(GL_TEXTURE_2D, backgroundCopy);
+    glTexEnvi(GL_TEXTURE_ENV, GL_TEXTURE_ENV_MODE, GL_REPLACE);
+    setOpaque(true);
+    const float right = width;
+    const float bottom = height;
+    if (hiddenWidth <= 0) {
+        paintQuad({0, 1, 1, 0}, {0, 0, right, bottom});
+    } else if (hiddenWidth < right) {
+        const float strip = (right - hiddenWidth) / 2;
+        const float u = strip / right;
+        paintQuad({0, 1, u, 0}, {0, 0, strip, bottom});
+        paintQuad({1 - u, 1, 1, 0}, {right - strip, 0, right, bottom});
+    }
+    setOpaque(false);
+    glTexEnvi(GL_TEXTURE_ENV, GL_TEXTURE_ENV_MODE, GL_MODULATE);
+    glBindTexture(GL_TEXTURE_2D, 0);
 }
 
-void OpenGLDrawer::stopClipping() {
-    if (hasContext) glDisable(GL_SCISSOR_TEST);
+// A copy of the screen is exact. A picture painted off screen may differ by rounding.
+void OpenGLDrawer::copyBackground() {
+    if (backgroundCopy == 0) {
+        backgroundCopy = TextureTable::upload(nullptr, 1, 1, GL_NEAREST, GL_CLAMP_TO_EDGE);
+    }
+    glGetError(); // forget an earlier error
+    glBindTexture(GL_TEXTURE_2D, backgroundCopy);
+    glCopyTexImage2D(GL_TEXTURE_2D, 0, GL_RGBA8, viewportX(), viewportY(), viewportWidth(),
+                     viewportHeight(), 0);
+    glBindTexture(GL_TEXTURE_2D, 0);
+    if (glGetError() == GL_NO_ERROR) return;
+    dropBackground();
+    canCopyBackground = false;
+}
+
+void OpenGLDrawer::dropBackground() {
+    glDeleteTextures(1, &backgroundCopy); // GL ignores name 0
+    backgroundCopy = 0;
+    backgroundNumber = -1;
+    canCopyBackground = true;
 }
 
 // --- a part of the screen

@@ -2,35 +2,37 @@
 #include "game/Backdrop.h"
 
 #include "drawing/OpenGLDrawer.h"
+#include "drawing/SpriteTexture.h"
+#include "images/EmbeddedImages.h"
 
 static constexpr float skyScale = 1.25f; // 1024 pixels to the width of the screen
 
-void drawSky(Drawer& drawer, std::uint32_t skyTexture) {
-    drawer.setBlendMode(1);
-    drawer.drawTexture(skyTexture, 0, 0, skyScale, skyScale, 1, 1, 1, 0.5f);
-    drawer.setBlendMode(0);
+static std::uint32_t skyTexture = 0; // made by the first drawing of the process
+
+static void paintGradient(Drawer& drawer, Backdrop backdrop) {
+    const std::int16_t w = drawer.width;
+    const std::int16_t h = drawer.height;
+    switch (backdrop) {
+    case Backdrop::night:
+        drawer.fillRect(0, 0, 1280, 480, 0, 0, 0, 255);
+        // Most of the gradient lies below the screen, so that the screen stays nearly black.
+        drawer.fillGradient(0, 480, 1280, 1280, 0, 0, 0, 255, 64, 64, 64, 255);
+        break;
+    case Backdrop::dawn:
+        drawer.fillGradient(0, 0, w, h, 112, 96, 128, 255, 255, 255, 255, 255);
+        break;
+    case Backdrop::day:
+        drawer.fillGradient(0, 0, w, h, 96, 96, 255, 255, 255, 255, 255, 255);
+        break;
+    }
 }
 
-static void paint(Drawer& drawer, std::uint32_t skyTexture, std::uint8_t red, std::uint8_t green,
-                  std::uint8_t blue) {
-    drawer.fillGradient(0, 0, drawer.width, drawer.height, red, green, blue, 255, 255, 255, 255,
-                        255);
-    drawSky(drawer, skyTexture);
-}
-
-void drawBackdrop(Drawer& drawer, std::uint32_t skyTexture, std::uint8_t red, std::uint8_t green,
-                  std::uint8_t blue, float hiddenWidth) {
-    if (hiddenWidth <= 0) {
-        paint(drawer, skyTexture, red, green, blue);
-        return;
-    }
-    // The whole quads, clipped to a strip on each side, so that the pixels stay the same.
-    auto& painter = static_cast<OpenGLDrawer&>(drawer);
-    const float strip = (drawer.width - hiddenWidth) / 2;
-    if (strip <= 0) return;
-    for (const float left : {0.0f, drawer.width - strip}) {
-        painter.clip(left, 0, strip, drawer.height);
-        paint(drawer, skyTexture, red, green, blue);
-    }
-    painter.stopClipping();
+void drawBackdrop(Drawer& drawer, Backdrop backdrop, float hiddenWidth) {
+    static_cast<OpenGLDrawer&>(drawer).drawBackground(static_cast<int>(backdrop), hiddenWidth, [&] {
+        if (skyTexture == 0) skyTexture = createSpriteTexture(drawer, spriteSky);
+        paintGradient(drawer, backdrop);
+        drawer.setBlendMode(1);
+        drawer.drawTexture(skyTexture, 0, 0, skyScale, skyScale, 1, 1, 1, 0.5f);
+        drawer.setBlendMode(0);
+    });
 }

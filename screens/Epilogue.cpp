@@ -3,17 +3,13 @@
 
 #include "base/FilePath.h"
 #include "drawing/OpenGLDrawer.h"
-#include "drawing/SpriteTexture.h"
 #include "game/Backdrop.h"
 #include "game/PlayRules.h"
-#include "images/EmbeddedImages.h"
 #include "sound/AudioSingleton.h"
 
 static constexpr float fontSize = 64; // pixels
 
-// Created when the process first draws.
-static std::uint32_t skyTexture = 0;
-static std::int32_t messageFont = 0;
+static std::int32_t messageFont = -1; // made by the first drawing of the process
 
 static FilePath levelFile() {
     return FilePath::getDataDirectory().join("levels").join("episode1Epilogue.png");
@@ -23,15 +19,12 @@ Epilogue::Epilogue(Application& owner)
     : GameState(owner), map(levelFile()), player(epilogueStart), vortex(true) {}
 
 void Epilogue::draw(Drawer& drawer) {
-    if (skyTexture == 0) {
-        skyTexture = createSpriteTexture(drawer, spriteSky);
-        messageFont = drawer.createFont("MarsNeedsCunnilingus.ttf", fontSize);
-    }
+    if (messageFont < 0) messageFont = drawer.createFont("MarsNeedsCunnilingus.ttf", fontSize);
     const HeldKeys noControls;
     player.update(noControls, map);
     if (player.isAirborne()) trail.spawn(player.position());
     const WorldPoint camera = cameraFor(player.position());
-    drawBackdrop(drawer, skyTexture, 96, 96, 255, vortex.hiddenWidth(drawer));
+    drawBackdrop(drawer, Backdrop::day, vortex.hiddenWidth(drawer));
     clouds.draw(drawer, camera);
     tiles.draw(drawer, map, camera);
     trail.draw(drawer, camera);

@@ -3,10 +3,8 @@
 
 #include "base/FilePath.h"
 #include "drawing/OpenGLDrawer.h"
-#include "drawing/SpriteTexture.h"
 #include "game/Backdrop.h"
 #include "game/PlayRules.h"
-#include "images/EmbeddedImages.h"
 
 static constexpr float fontSize = 64; // pixels
 
@@ -17,9 +15,7 @@ static constexpr float barHeight = 48;
 static constexpr float barUnits = 300; // for a speed of 1
 static constexpr float markWidth = 8;
 
-// Created when the process first draws.
-static std::uint32_t skyTexture = 0;
-static std::int32_t displayFont = 0;
+static std::int32_t displayFont = -1; // made by the first drawing of the process
 
 static FilePath levelFile() {
     return FilePath::getDataDirectory().join("levels").join("episode1.png");
@@ -46,10 +42,7 @@ void GamePlay::onBar() {
 }
 
 void GamePlay::draw(Drawer& drawer) {
-    if (skyTexture == 0) {
-        skyTexture = createSpriteTexture(drawer, spriteSky);
-        displayFont = drawer.createFont("MarsNeedsCunnilingus.ttf", fontSize);
-    }
+    if (displayFont < 0) displayFont = drawer.createFont("MarsNeedsCunnilingus.ttf", fontSize);
     if (!finished) step();
     drawWorld(drawer);
     drawSpeed(drawer);
@@ -69,7 +62,7 @@ void GamePlay::step() {
 
 void GamePlay::drawWorld(Drawer& drawer) {
     const WorldPoint camera = cameraFor(player.position());
-    drawBackdrop(drawer, skyTexture, 112, 96, 128, vortex.hiddenWidth(drawer));
+    drawBackdrop(drawer, Backdrop::dawn, vortex.hiddenWidth(drawer));
     clouds.draw(drawer, camera);
     tiles.draw(drawer, map, camera);
     trail.draw(drawer, camera);

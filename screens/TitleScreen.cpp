@@ -16,20 +16,15 @@ static constexpr int lastPage = 6;    // same appearance as the page before; sta
 static constexpr float fontSize = 48; // pixels
 
 // Created when the process first draws.
-static std::uint32_t skyTexture = 0;
 static std::uint32_t logoTexture = 0;
 static std::int32_t storyFont = 0;
 
 void TitleScreen::draw(Drawer& drawer) {
     if (logoTexture == 0) {
-        skyTexture = createSpriteTexture(drawer, spriteSky);
         logoTexture = createSpriteTexture(drawer, spriteLogo);
         storyFont = drawer.createFont("MarsNeedsCunnilingus.ttf", fontSize);
     }
-    drawer.fillRect(0, 0, 1280, 480, 0, 0, 0, 255);
-    // Most of the gradient lies below the screen, so that the screen stays nearly black.
-    drawer.fillGradient(0, 480, 1280, 1280, 0, 0, 0, 255, 64, 64, 64, 255);
-    drawSky(drawer, skyTexture);
+    drawBackdrop(drawer, Backdrop::night, 0);
     const auto line = static_cast<std::size_t>(std::min(page, logoPage));
     drawer.drawText(lines[line], storyFont, 128, 400, 1024, 1, 1, 1, 0, 1);
     if (page >= logoPage) drawer.drawTexture(logoTexture, 128, 0, 1, 1, 1, 1, 1, 1);

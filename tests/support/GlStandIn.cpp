@@ -6,6 +6,7 @@
 #include <SDL.h>
 
 #include <cstdlib>
+#include <utility>
 
 void GlStandIn::start() {
     setenv("SDL_VIDEODRIVER", "dummy", 1);
@@ -94,6 +95,7 @@ COUNTED(glRotatef, GLfloat, GLfloat, GLfloat, GLfloat)
 COUNTED(glScalef, GLfloat, GLfloat, GLfloat)
 COUNTED(glShadeModel, GLenum)
 COUNTED(glTexCoord2f, GLfloat, GLfloat)
+COUNTED(glTexEnvi, GLenum, GLenum, GLint)
 COUNTED(glTexImage2D, GLenum, GLint, GLint, GLsizei, GLsizei, GLint, GLenum, GLenum, const void*)
 COUNTED(glTexParameteri, GLenum, GLenum, GLint)
 COUNTED(glTranslatef, GLfloat, GLfloat, GLfloat)
@@ -101,9 +103,17 @@ COUNTED(glVertex2f, GLfloat, GLfloat)
 COUNTED(glViewport, GLint, GLint, GLsizei, GLsizei)
 COUNTED(gluOrtho2D, GLdouble, GLdouble, GLdouble, GLdouble)
 
+static GLenum error = GL_NO_ERROR;
+
+// There is no memory for copies of the screen, so that everything is painted every time.
+void glCopyTexImage2D(GLenum, GLint, GLenum, GLint, GLint, GLsizei, GLsizei, GLint) {
+    count();
+    error = GL_OUT_OF_MEMORY;
+}
+
 GLenum glGetError() {
     count();
-    return GL_NO_ERROR;
+    return std::exchange(error, GLenum{GL_NO_ERROR});
 }
 
 void glGenTextures(GLsizei number, GLuint* names) {

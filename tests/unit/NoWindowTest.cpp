@@ -35,6 +35,7 @@ TEST(NoWindow, AsksToQuitAndEveryLaterOperationIsSafe) {
     for (const int font : {0, 1}) drawer.drawText("Speed:", font, 0, 0, 100, 1, 1, 1, 1, 1);
     drawer.drawLine(0, 0, 9, 9, 1, 1, 1, 1);
     drawer.fillRect(0, 0, 9, 9, 1, 2, 3, 4);
+    drawer.drawBackground(0, 0, [] { FAIL(); });
     drawer.endFrame();
     SDL_Quit();
 }
