@@ -38,6 +38,13 @@ public:
 
     bool has(const std::string& option) const { return options.count(option) > 0; }
 
+    // Whether this option is given. If it is, there must be nothing else.
+    bool isAlone(const std::string& option) const {
+        if (!has(option)) return false;
+        if (options.size() == 1 && words.empty()) return true;
+        throw Error(option + " takes no other arguments");
+    }
+
     // The value of an option, or the other text if it is not given.
     std::string get(const std::string& option, const std::string& otherwise) const {
         return has(option) ? options.at(option) : otherwise;

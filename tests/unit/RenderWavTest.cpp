@@ -71,8 +71,10 @@ TEST_F(RenderWavTest, PrintsWhatIsWrongAndWritesNothing) {
         {"bom a.wav --seed 1", 2, "bom has no option --seed"},
         {"drum gong a.wav", 2, "unknown drum gong"},
         {music("0 a.wav"), 2, "BARS cannot be"},
-        {"note seven.txt 440 a.wav", 1, "not a patch: seven.txt"},
-        {"note short.inl 440 a.wav", 1, "only 1 of 16 values in short.inl"},
+        {"note seven.txt 440 a.wav", 1,
+         "not a patch: seven.txt: line 23 needs the number 16 in column 26, and lines 26 "
+         "on need as many values"},
+        {"note short.inl 440 a.wav", 1, "only 1 of 16 values in short.inl, from line 26 on"},
         {"music seven.txt 1 a.wav", 1, "note 7 has no pitch in seven.txt"},
         {"bom a.wav --patches .", 1, "no such file: ./SeqBass.inl"},
         {"drum kick /dev/full", 1, "cannot write /dev/full"},

@@ -55,8 +55,9 @@ std::size_t epilogueFrame(const Inputs& inputs) {
     return playBegin + inputs.size() - 1 + vortexFrames;
 }
 
-std::string scriptOf(const Inputs& inputs) {
+std::string scriptOf(const Inputs& inputs, const std::string& header) {
     std::ostringstream text;
+    text << header << "# goal: " << inputs.size() << " frames\n";
     text << "# The title's pages by key, the play from its start to the goal, and the epilogue "
             "until its\n# last text. Written by tarnwick-levelcheck.\n# The epilogue begins in "
             "frame "

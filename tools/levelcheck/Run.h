@@ -51,9 +51,9 @@ struct Run {
 // presses that it does not need.
 Inputs simplified(const LevelMap& map, const Inputs& inputs);
 
-// A run as an input script for the replay tool: six keys page through the title, the run follows,
-// and the epilogue goes on until its last text.
-std::string scriptOf(const Inputs& inputs);
+// A run as a file for tarnwick-replay, after its header: six keys page through the title, the run
+// follows, and the epilogue goes on until its last text.
+std::string scriptOf(const Inputs& inputs, const std::string& header);
 
 // The script's frame in which the epilogue begins.
 std::size_t epilogueFrame(const Inputs& inputs);

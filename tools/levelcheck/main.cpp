@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Zlib
 // Checks the picture of a level, for authors of levels; see usage below.
+#include <filesystem>
 #include <fstream>
 #include <iostream>
 #include <sstream>
@@ -10,12 +11,15 @@
 #include "tools/levelcheck/LevelFile.h"
 #include "tools/levelcheck/LevelPicture.h"
 #include "tools/levelcheck/Newcomers.h"
+#include "tools/replay/RunLevel.h"
 
 static constexpr const char* usage =
     "Usage: tarnwick-levelcheck LEVEL.png [options]\n"
+    "       tarnwick-levelcheck --new FOLDER\n"
     "Reports what is wrong with a level, and where, and how fast the goal can be reached.\n"
+    "  --new FOLDER     make a copy of the game whose levels, patches and tunes you can change\n"
     "  --zones FILE     its regions, its goal zones and what is wanted of it, see the manual page\n"
-    "  --script FILE    write the fastest run as an input script for the replay tool\n"
+    "  --script FILE    write the fastest run as a run for tarnwick-replay\n"
     "  --to GOAL        use the fastest run to this goal zone instead\n"
     "  --through A,B,C  and let it pass these zones in this order\n"
     "  --picture FILE   write a picture (PNG) of the level with this run\n"
@@ -23,8 +27,8 @@ static constexpr const char* usage =
     "  --scene          check a level in which nobody steers, that of the epilogue\n";
 
 static const CommandLine::KnownOptions options = {
-    {"--zones", 1},   {"--script", 1}, {"--to", 1},       {"--through", 1},
-    {"--picture", 1}, {"--scene", 0},  {"--newcomers", 1}};
+    {"--zones", 1},   {"--script", 1}, {"--to", 1},        {"--through", 1},
+    {"--picture", 1}, {"--scene", 0},  {"--newcomers", 1}, {"--new", 1}};
 
 static constexpr std::streamsize longestZones = 1 << 20; // bytes
 
@@ -64,11 +68,20 @@ static void writePicture(const CommandLine& line, const LevelMap& map, const Inp
     if (!picture.write(path)) throw std::runtime_error("cannot write " + path);
 }
 
-static void writeScript(const CommandLine& line, const Inputs& inputs) {
+static std::string headerFor(const std::string& level, const LevelMap& map) {
+    InputScript::Header header;
+    header.game = programVersion();
+    header.level = std::filesystem::path(level).filename();
+    header.levelHash = RunLevel::hashOf(map);
+    header.player = "levelcheck";
+    return RunLevel::headerText(header);
+}
+
+static void writeScript(const CommandLine& line, const LevelMap& map, const Inputs& inputs) {
     if (!line.has("--script") || inputs.empty()) return;
     const std::string path = line.get("--script", "");
     std::ofstream file(path, std::ios::binary);
-    file << scriptOf(inputs);
+    file << scriptOf(inputs, headerFor(line.getWord(0), map));
     file.close();
     if (!file) throw std::runtime_error("cannot write " + path);
     std::cout << "In its script the epilogue begins in frame " << epilogueFrame(inputs) << ".\n";
@@ -95,7 +108,23 @@ static void runPlay(const CommandLine& line, const Zones& zones, const LevelMap&
         inputs = simplified(map, inputs);
     }
     writePicture(line, map, inputs);
-    writeScript(line, inputs);
+    writeScript(line, map, inputs);
+}
+
+// Copies the game's folder, in which links are resolved.
+static void makeCopy(const std::string& folder) {
+    namespace fs = std::filesystem;
+    const fs::path game = FilePath::getDataDirectory().text();
+    if (fs::exists(folder)) throw std::runtime_error(folder + " exists already");
+    std::error_code problem;
+    fs::create_directories(folder, problem);
+    for (const char* part : {"tarnwick", "tarnwick-levelcheck", "tarnwick-render",
+                             "tarnwick-replay", "levels", "fonts", "synthPatches", "pitches"}) {
+        if (problem || !fs::exists(game / part)) continue; // only what is installed
+        fs::copy(game / part, folder / fs::path(part), fs::copy_options::recursive, problem);
+    }
+    if (problem) throw std::runtime_error("cannot make " + folder + ": " + problem.message());
+    std::cout << "Change the files in " << folder << ", and start " << folder << "/tarnwick.\n";
 }
 
 // Reads whatever names files or zones, before the long work begins.
@@ -116,6 +145,10 @@ static Zones readOptions(const CommandLine& line) {
 
 // The exit status.
 static int run(const CommandLine& line) {
+    if (line.isAlone("--new")) {
+        makeCopy(line.get("--new", ""));
+        return 0;
+    }
     const Zones zones = readOptions(line);
     const bool isScene = line.has("--scene");
     Findings findings;

@@ -52,10 +52,14 @@ static void loadPatch(std::size_t bank, const FilePath& path) {
     requireFile(path);
     const std::int32_t count = SimpleSynth().parameterCount();
     const auto values = PatchFile(path.text(), count).getValues().size();
-    if (values == 0) throw failure("not a patch: " + path.text());
+    const std::string number = std::to_string(count);
+    if (values == 0) {
+        throw failure("not a patch: " + path.text() + ": line 23 needs the number " + number +
+                      " in column 26, and lines 26 on need as many values");
+    }
     if (values < static_cast<std::size_t>(count)) {
-        throw failure("only " + std::to_string(values) + " of " + std::to_string(count) +
-                      " values in " + path.text());
+        throw failure("only " + std::to_string(values) + " of " + number + " values in " +
+                      path.text() + ", from line 26 on");
     }
     AudioSingleton::instance().loadPatch(bank, path.text());
 }

@@ -8,7 +8,7 @@
 static constexpr std::uint64_t hashStart = 0xCBF29CE484222325;
 static constexpr std::uint64_t hashFactor = 0x100000001B3;
 
-static std::uint64_t hashOf(const LevelMap& map) {
+std::uint64_t RunLevel::hashOf(const LevelMap& map) {
     std::uint64_t hash = hashStart;
     const auto add = [&hash](std::uint32_t byte) { hash = (hash ^ byte) * hashFactor; };
     for (const std::uint32_t size : {map.getWidth(), map.getHeight()}) {
@@ -30,6 +30,27 @@ std::string RunLevel::hashText(std::uint64_t hash) {
     char digits[17];
     std::snprintf(digits, sizeof digits, "%016llx", static_cast<unsigned long long>(hash));
     return digits;
+}
+
+// The text without bytes that would end its line.
+static std::string oneLine(std::string text) {
+    for (char& letter : text) {
+        if (static_cast<unsigned char>(letter) < ' ') letter = ' ';
+    }
+    return text;
+}
+
+std::string RunLevel::headerText(const InputScript::Header& header) {
+    std::string text = std::string(InputScript::headerLine) + "\n";
+    const auto add = [&text](const char* name, const std::string& value) {
+        if (!value.empty()) text += std::string("# ") + name + ": " + oneLine(value) + "\n";
+    };
+    add("game", header.game);
+    add("level", header.level + " " + hashText(header.levelHash.value_or(0)));
+    add("seed", std::to_string(header.seed));
+    add("pitches", header.pitches);
+    add("player", header.player);
+    return text;
 }
 
 std::string RunLevel::refusal(const InputScript::Header& header) const {

@@ -21,8 +21,12 @@ public:
     // Why the run cannot be played on this level, empty if it can. A script without header can.
     std::string refusal(const InputScript::Header& header) const;
 
-    // The hash as 16 hexadecimal digits.
+    // The hash of a level, and it as 16 hexadecimal digits.
+    static std::uint64_t hashOf(const LevelMap& map);
     static std::string hashText(std::uint64_t hash);
+
+    // The lines of a header, without the claim.
+    static std::string headerText(const InputScript::Header& header);
 
 private:
     std::string path;

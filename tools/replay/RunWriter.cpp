@@ -13,18 +13,6 @@
 static constexpr std::uint32_t longestGap = 60; // frames without a line
 static constexpr unsigned directionKeys = (1u << InputScript::action) - 1;
 
-// The text without bytes that would end its line.
-static std::string oneLine(std::string text) {
-    for (char& letter : text) {
-        if (static_cast<unsigned char>(letter) < ' ') letter = ' ';
-    }
-    return text;
-}
-
-static void write(std::FILE* file, const char* name, const std::string& value) {
-    if (!value.empty()) std::fprintf(file, "# %s: %s\n", name, oneLine(value).c_str());
-}
-
 // Makes the file if there is none.
 static std::FILE* openNew(const std::string& path) {
     std::FILE* file = std::fopen(path.c_str(), "wxe");
@@ -35,13 +23,7 @@ static std::FILE* openNew(const std::string& path) {
 
 RunWriter::RunWriter(const std::string& target, const InputScript::Header& header)
     : path(target), file(openNew(path), std::fclose) {
-    std::fprintf(file.get(), "%s\n", std::string(InputScript::headerLine).c_str());
-    write(file.get(), "game", header.game);
-    write(file.get(), "level",
-          header.level + " " + RunLevel::hashText(header.levelHash.value_or(0)));
-    write(file.get(), "seed", std::to_string(header.seed));
-    write(file.get(), "pitches", header.pitches);
-    write(file.get(), "player", header.player);
+    std::fputs(RunLevel::headerText(header).c_str(), file.get());
     std::fflush(file.get());
 }
 
