@@ -5,10 +5,23 @@ if(CMAKE_CXX_FLAGS MATCHES "sanitize")
     return()
 endif()
 
+# A level of _FORTIFY_SOURCE that the compiler or the distribution sets stays.
+include(CheckCXXSourceCompiles)
+set(CMAKE_REQUIRED_FLAGS -O2)
+check_cxx_source_compiles("#ifndef _FORTIFY_SOURCE
+#error unset
+#endif
+int main() {}" fortifySourceIsSet)
+unset(CMAKE_REQUIRED_FLAGS)
+set(fortify)
+if(NOT fortifySourceIsSet)
+    set(fortify -D_FORTIFY_SOURCE=2)
+endif()
+
 set(optimized "$<CONFIG:Release,RelWithDebInfo,MinSizeRel>")
 set(program "$<STREQUAL:$<TARGET_PROPERTY:TYPE>,EXECUTABLE>")
-add_compile_options("$<${optimized}:-U_FORTIFY_SOURCE;-D_FORTIFY_SOURCE=2>"
-    -fstack-protector-strong -Wformat -Werror=format-security -fPIE)
+add_compile_options("$<${optimized}:${fortify}>" -fstack-protector-strong -Wformat
+    -Werror=format-security -fPIE)
 if(CMAKE_SYSTEM_PROCESSOR MATCHES "^(x86_64|AMD64)$")
     add_compile_options(-fstack-clash-protection -fcf-protection)
 endif()

@@ -12,9 +12,22 @@ string(APPEND applicationId ".tarnwick") # the game's name in software catalogue
 set(maintainers "The Tarnwick Episode developers")
 set(maintainerAddress "developers@${siteHost}")
 
-set(programFolder lib/games/tarnwick)
-set(dataFolder share/games/tarnwick)
-set(manFolder share/man)
+# Where files go can be set with -D, as paths below the prefix. The defaults are Debian's for games.
+set(CMAKE_INSTALL_DOCDIR share/doc/tarnwick CACHE STRING "Folder for the documents")
+include(GNUInstallDirs)
+set(TARNWICK_GAMES_DIR games CACHE STRING "Folder for the command that starts the game")
+set(TARNWICK_PROGRAM_DIR lib/games/tarnwick CACHE STRING "Folder for the programs")
+set(TARNWICK_DATA_DIR ${CMAKE_INSTALL_DATADIR}/games/tarnwick CACHE STRING "Folder for the data")
+foreach(folder CMAKE_INSTALL_BINDIR CMAKE_INSTALL_DATADIR CMAKE_INSTALL_DOCDIR CMAKE_INSTALL_MANDIR
+        TARNWICK_GAMES_DIR TARNWICK_PROGRAM_DIR TARNWICK_DATA_DIR)
+    if(IS_ABSOLUTE "${${folder}}")
+        message(FATAL_ERROR "${folder} must be a path below the prefix, not ${${folder}}")
+    endif()
+endforeach()
+set(shareFolder ${CMAKE_INSTALL_DATADIR})
+set(programFolder ${TARNWICK_PROGRAM_DIR})
+set(dataFolder ${TARNWICK_DATA_DIR})
+set(manFolder ${CMAKE_INSTALL_MANDIR})
 find_program(GZIP_PROGRAM gzip REQUIRED)
 
 # install_link(FOLDER NAME TARGET COMPONENT): a relative link; all paths are below the prefix.
@@ -43,6 +56,10 @@ function(install_text template folder name component)
         set(APPLICATION_ID \"${applicationId}\")
         set(MAINTAINERS \"${maintainers}\")
         set(MAINTAINER_ADDRESS \"${maintainerAddress}\")
+        set(GAMES_DIR \"${TARNWICK_GAMES_DIR}\")
+        set(BIN_DIR \"${CMAKE_INSTALL_BINDIR}\")
+        set(PROGRAM_DIR \"${TARNWICK_PROGRAM_DIR}\")
+        set(DATA_DIR \"${TARNWICK_DATA_DIR}\")
         set(GZIP \"${gzip}\")
         set(TEMPLATE \"${PROJECT_SOURCE_DIR}/packaging/${template}\")
         set(FOLDER \"${folder}\")
@@ -60,7 +77,7 @@ function(install_man component)
 endfunction()
 
 install(TARGETS tarnwick RUNTIME DESTINATION ${programFolder} COMPONENT game)
-install_link(games tarnwick ${programFolder}/tarnwick game)
+install_link(${TARNWICK_GAMES_DIR} tarnwick ${programFolder}/tarnwick game)
 foreach(part levels/*.png fonts/*.ttf synthPatches/*.inl pitches/*.txt)
     cmake_path(GET part PARENT_PATH folder)
     cmake_path(GET part FILENAME pattern)
@@ -74,26 +91,26 @@ install(FILES data/levels/tiles.gpl DESTINATION ${dataFolder}/levels COMPONENT g
 foreach(tool levelcheck render_wav replay)
     get_target_property(name ${tool} OUTPUT_NAME)
     install(TARGETS ${tool} RUNTIME DESTINATION ${programFolder} COMPONENT tools)
-    install_link(bin ${name} ${programFolder}/${name} tools)
+    install_link(${CMAKE_INSTALL_BINDIR} ${name} ${programFolder}/${name} tools)
     install_man(tools ${name}.1)
 endforeach()
 
 install(FILES packaging/completion/tarnwick-replay
-    DESTINATION share/bash-completion/completions COMPONENT tools)
-install_text(tarnwick-record.desktop.in share/applications tarnwick-record.desktop tools)
+    DESTINATION ${shareFolder}/bash-completion/completions COMPONENT tools)
+install_text(tarnwick-record.desktop.in ${shareFolder}/applications tarnwick-record.desktop tools)
 
 install_man(game tarnwick.6 tarnwick-level.5 tarnwick-patch.5 tarnwick-pitch.5
     tarnwick-settings.5)
 install_link(${manFolder}/man5 Corvale.conf.5.gz ${manFolder}/man5/tarnwick-settings.5.gz game)
-install_text(tarnwick.desktop.in share/applications tarnwick.desktop game)
-install_text(metainfo.xml.in share/metainfo ${applicationId}.metainfo.xml game)
+install_text(tarnwick.desktop.in ${shareFolder}/applications tarnwick.desktop game)
+install_text(metainfo.xml.in ${shareFolder}/metainfo ${applicationId}.metainfo.xml game)
 foreach(size 16 22 24 32 48 64 128 256)
     install(FILES packaging/icons/tarnwick-${size}.png RENAME tarnwick.png
-        DESTINATION share/icons/hicolor/${size}x${size}/apps COMPONENT game)
+        DESTINATION ${shareFolder}/icons/hicolor/${size}x${size}/apps COMPONENT game)
 endforeach()
-install(FILES packaging/icons/tarnwick.svg DESTINATION share/icons/hicolor/scalable/apps
+install(FILES packaging/icons/tarnwick.svg DESTINATION ${shareFolder}/icons/hicolor/scalable/apps
     COMPONENT game)
 
 # The Debian packages have these in another form.
-install(FILES LICENSE CHANGELOG.md DESTINATION share/doc/tarnwick COMPONENT documents)
-install(DIRECTORY LICENSES DESTINATION share/doc/tarnwick COMPONENT documents)
+install(FILES LICENSE CHANGELOG.md DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT documents)
+install(DIRECTORY LICENSES DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT documents)
