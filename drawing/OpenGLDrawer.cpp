@@ -6,6 +6,7 @@
 
 #include <cstring>
 #include <iostream>
+#include <string>
 
 #include "drawing/SpriteTexture.h"
 #include "images/EmbeddedImages.h"
@@ -105,18 +106,24 @@ bool OpenGLDrawer::openSurface(bool fullscreen, std::int32_t multisample) {
     const int desktopWidth = video ? video->current_w : 0;
     const int desktopHeight = video ? video->current_h : 0;
 
-    const SDL_Surface* surface = SDL_SetVideoMode(windowWidth, windowHeight, 0, flags);
+    const bool mayShrink =
+        fullscreen && (desktopWidth != windowWidth || desktopHeight != windowHeight);
+    const auto open = [&](const std::string& samples) {
+        const SDL_Surface* opened = SDL_SetVideoMode(windowWidth, windowHeight, 0, flags);
+        if (opened || !mayShrink || !hasScreen()) return opened;
+        std::cout << "OpenGLDrawer: No window of " << windowWidth << " by " << windowHeight
+                  << samples << ", trying the desktop's size." << std::endl;
+        opened = SDL_SetVideoMode(desktopWidth, desktopHeight, 0, flags);
+        return opened;
+    };
+
+    const std::string samples = " with " + std::to_string(multisample) + " samples";
+    const SDL_Surface* surface = open(multisample > 0 ? samples : "");
     if (!surface && multisample > 0 && hasScreen()) {
-        std::cout << "OpenGLDrawer: No window with " << multisample << " samples, trying without."
-                  << std::endl;
+        std::cout << "OpenGLDrawer: No window" << samples << ", trying without." << std::endl;
         SDL_GL_SetAttribute(SDL_GL_MULTISAMPLEBUFFERS, 0);
         SDL_GL_SetAttribute(SDL_GL_MULTISAMPLESAMPLES, 0);
-        surface = SDL_SetVideoMode(windowWidth, windowHeight, 0, flags);
-    }
-    if (!surface && fullscreen && hasScreen()) {
-        std::cout << "OpenGLDrawer: No window of " << windowWidth << " by " << windowHeight
-                  << ", trying the desktop's size." << std::endl;
-        surface = SDL_SetVideoMode(desktopWidth, desktopHeight, 0, flags);
+        surface = open("");
     }
     if (!surface) return false;
     windowWidth = static_cast<std::uint16_t>(surface->w);
