@@ -77,8 +77,11 @@ TileRenderer::TileRenderer() : cells{} {
 
 void TileRenderer::draw(Drawer& drawer, const LevelMap& map, WorldPoint camera) {
     if (sheetTexture == 0) loadTextures(static_cast<OpenGLDrawer&>(drawer));
+    // The same as multiplying with white, and cheaper.
+    glTexEnvi(GL_TEXTURE_ENV, GL_TEXTURE_ENV_MODE, GL_REPLACE);
     drawOutlines(drawer, map, camera);
     drawTiles(drawer, map, camera);
+    glTexEnvi(GL_TEXTURE_ENV, GL_TEXTURE_ENV_MODE, GL_MODULATE);
     stepFlames();
 }
 

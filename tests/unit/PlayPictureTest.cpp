@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Zlib
 // What the play shows is, to the pixel, what it would show with nothing left out: along the run
-// that wins the shipped level, and under the vortex until the screen is closed.
+// that wins the shipped level, and under the vortex until the screen is closed. The program's
+// arguments, such as "-w 800 -h 600 -a 4", choose another window than one of the virtual screen.
 #include "app/Application.h"
 #include "base/Noise.h"
 #include "screens/GamePlay.h"
@@ -27,7 +28,8 @@ protected:
     Picture drawFrame(Play& drawn) {
         drawer.beginFrame();
         drawn.draw(drawer);
-        Picture picture = Picture::ofWindow(1280, 720);
+        const SDL_Surface* window = SDL_GetVideoSurface();
+        Picture picture = Picture::ofWindow(window->w, window->h);
         drawer.endFrame();
         return picture;
     }
@@ -50,7 +52,15 @@ protected:
         drawer.resetViewport();
     }
 
-    Application application = Application(Inspector::quietArguments());
+    // The last of several sizes counts.
+    static std::vector<std::string> windowArguments() {
+        std::vector<std::string> all = Inspector::quietArguments();
+        const std::vector<std::string> given = testing::internal::GetArgvs();
+        all.insert(all.end(), given.begin() + 1, given.end());
+        return all;
+    }
+
+    Application application = Application(windowArguments());
     OpenGLDrawer& drawer;
     std::unique_ptr<GamePlay> play;
     std::unique_ptr<LiteralPlay> literal;
