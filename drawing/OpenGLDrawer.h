@@ -95,8 +95,9 @@ public:
     // Paints a background over the whole screen, first in a frame. The first time it calls `paint`;
     // while `number` (0 or above) and the window's size stay the same, it then shows a copy of what
     // `paint` painted. A copy may lack a band in the middle, hiddenWidth units wide, that the
-    // caller will cover. Without memory for a copy it calls `paint` every time.
-    void drawBackground(int number, float hiddenWidth, const std::function<void()>& paint);
+    // caller will cover. Without memory for a copy it calls `paint` every time. Returns whether
+    // there is a copy.
+    bool drawBackground(int number, float hiddenWidth, const std::function<void()>& paint);
 
 private:
     // A fan: element 0 is the centre, the rim follows in order. All four have `count` elements.

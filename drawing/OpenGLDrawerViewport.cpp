@@ -46,15 +46,15 @@ void OpenGLDrawer::setPictureViewport() {
 
 // --- the background
 
-void OpenGLDrawer::drawBackground(int number, float hiddenWidth,
+bool OpenGLDrawer::drawBackground(int number, float hiddenWidth,
                                   const std::function<void()>& paint) {
-    if (!hasContext) return;
+    if (!hasContext) return false;
     if (number != backgroundNumber) {
         paint();
         backgroundNumber = -1;
         if (canCopyBackground) copyBackground();
         if (canCopyBackground) backgroundNumber = number;
-        return;
+        return canCopyBackground;
     }
     // Each texel lies on a pixel. Replacing instead of multiplying with white saves time.
     glBindTexture(GL_TEXTURE_2D, backgroundCopy);
@@ -73,6 +73,7 @@ void OpenGLDrawer::drawBackground(int number, float hiddenWidth,
     setOpaque(false);
     glTexEnvi(GL_TEXTURE_ENV, GL_TEXTURE_ENV_MODE, GL_MODULATE);
     glBindTexture(GL_TEXTURE_2D, 0);
+    return true;
 }
 
 // A copy of the screen is exact. A picture painted off screen may differ by rounding.

@@ -7,7 +7,7 @@
 
 static constexpr float skyScale = 1.25f; // 1024 pixels to the width of the screen
 
-static std::uint32_t skyTexture = 0; // made by the first drawing of the process
+static std::uint32_t skyTexture = 0; // only where there is no copy of a backdrop
 
 static void paintGradient(Drawer& drawer, Backdrop backdrop) {
     const std::int16_t w = drawer.width;
@@ -28,11 +28,15 @@ static void paintGradient(Drawer& drawer, Backdrop backdrop) {
 }
 
 void drawBackdrop(Drawer& drawer, Backdrop backdrop, float hiddenWidth) {
-    static_cast<OpenGLDrawer&>(drawer).drawBackground(static_cast<int>(backdrop), hiddenWidth, [&] {
+    auto& painter = static_cast<OpenGLDrawer&>(drawer);
+    const bool copied = painter.drawBackground(static_cast<int>(backdrop), hiddenWidth, [&] {
         if (skyTexture == 0) skyTexture = createSpriteTexture(drawer, spriteSky);
         paintGradient(drawer, backdrop);
         drawer.setBlendMode(1);
         drawer.drawTexture(skyTexture, 0, 0, skyScale, skyScale, 1, 1, 1, 0.5f);
         drawer.setBlendMode(0);
     });
+    if (!copied || skyTexture == 0) return;
+    drawer.deleteTexture(skyTexture); // 4 MB
+    skyTexture = 0;
 }

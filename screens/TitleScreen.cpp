@@ -15,14 +15,14 @@ static constexpr int callPage = 5;    // the first page with the call to run; a 
 static constexpr int lastPage = 6;    // same appearance as the page before; stays
 static constexpr float fontSize = 48; // pixels
 
-// Created when the process first draws.
+// Made when the process first needs them.
 static std::uint32_t logoTexture = 0;
-static std::int32_t storyFont = 0;
+static std::int32_t storyFont = -1;
 
 void TitleScreen::draw(Drawer& drawer) {
-    if (logoTexture == 0) {
+    if (storyFont < 0) storyFont = drawer.createFont("MarsNeedsCunnilingus.ttf", fontSize);
+    if (page >= logoPage && logoTexture == 0) {
         logoTexture = createSpriteTexture(drawer, spriteLogo);
-        storyFont = drawer.createFont("MarsNeedsCunnilingus.ttf", fontSize);
     }
     drawBackdrop(drawer, Backdrop::night, 0);
     const auto line = static_cast<std::size_t>(std::min(page, logoPage));
