@@ -9,6 +9,7 @@
 #include "screens/GamePlay.h"
 #include "sound/AudioSingleton.h"
 #include "tools/Inspector.h"
+#include "tools/replay/Ghosts.h"
 #include "tools/replay/InputScript.h"
 
 static constexpr SDLKey keySymbols[InputScript::keyCount] = {SDLK_UP,   SDLK_LEFT,  SDLK_RIGHT,
@@ -105,16 +106,18 @@ void GameRun::delay(Uint32 milliseconds) {
 }
 
 void GameRun::swapBuffers() {
-    countFrame();
+    GamePlay* const play = findPlay();
+    if (play && !result.goal) countFrame(*play);
     if (finishFrame()) __real_SDL_GL_SwapBuffers();
     ++frame;
 }
 
-void GameRun::countFrame() {
-    const GamePlay* play = findPlay();
-    if (!play || result.goal) return;
+void GameRun::countFrame(GamePlay& play) {
     ++result.frames;
-    result.goal = Inspector::isFinished(*play);
+    result.goal = Inspector::isFinished(play);
+    if (ghosts && !result.goal) {
+        ghosts->draw(Inspector::drawer(*application), Inspector::player(play));
+    }
 }
 
 // Redirected by the linker. The names are those of FilePath::getDataDirectory.

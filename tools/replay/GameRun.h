@@ -12,6 +12,7 @@
 
 class Application;
 class GamePlay;
+class Ghosts;
 
 // Runs the real application under control. The linker redirects its calls of SDL for events, the
 // clock, waits and the end of a frame to this class, and its question for the folder of the game's
@@ -37,6 +38,9 @@ public:
     void swapBuffers();
 
     static GameRun& current();
+
+    // Draws these over the play until its goal. They must outlive the run.
+    void setGhosts(Ghosts& shown) { ghosts = &shown; }
 
     // Of the frames up to now.
     const RunResult& getResult() const { return result; }
@@ -69,8 +73,9 @@ protected:
 private:
     void replaceLevel();
 
-    void countFrame();
+    void countFrame(GamePlay& play);
 
+    Ghosts* ghosts = nullptr;
     RunResult result;
     bool queued = false; // this frame's events are in `events`
     bool replacedLevel = false;

@@ -47,4 +47,5 @@ void RulesRun::play() {
     player.update(held, map);
     ++playFrames;
     goal = player.kickSpeed() >= goalSpeed;
+    if (goal) player.startWarp();
 }

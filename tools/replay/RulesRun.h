@@ -17,7 +17,7 @@ public:
     // The next frame. Returns false, without a frame, at the end of the script and after the goal.
     bool step();
 
-    const Player& getPlayer() const { return player; }
+    Player& getPlayer() { return player; } // to draw it; from the goal on it spins away
     const HeldKeys& getHeldKeys() const { return held; }    // in the last frame
     bool hasPressedAction() const { return pressedAction; } // in the last frame
     bool reachesGoal() const { return goal; }

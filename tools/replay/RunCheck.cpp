@@ -2,6 +2,7 @@
 #include "tools/replay/RunCheck.h"
 
 #include <cstdio>
+#include <filesystem>
 #include <stdexcept>
 
 #include "game/PlayRules.h"
@@ -26,6 +27,10 @@ std::string RunResult::text() const {
 static std::string brokenClaim(const InputScript::Header& header, const RunResult& result) {
     if (!header.goalFrames || (result.goal && *header.goalFrames == result.frames)) return "";
     return "the header claims the goal after " + std::to_string(*header.goalFrames) + " frames";
+}
+
+std::string RunCheck::name() const {
+    return player.empty() ? std::filesystem::path(file).stem().string() : player;
 }
 
 RunCheck RunCheck::of(const std::string& file, const RunLevel& level) {

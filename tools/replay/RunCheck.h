@@ -24,6 +24,9 @@ struct RunCheck {
     std::string problem;   // why the file is not good, empty if it is
     bool cutShort = false; // the file has no end
 
+    // The player's name, or else the file's without folders and ending.
+    std::string name() const;
+
     // Plays the run of the file. A file that cannot be read is a problem, too.
     static RunCheck of(const std::string& file, const RunLevel& level);
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Zlib
-// Keeps runs of the game, checks them and plays them again; see usage below.
+// Keeps runs of the game, checks them, plays them again and films them; see usage below.
 #include <algorithm>
 #include <iostream>
 #include <limits>
@@ -8,6 +8,8 @@
 #include "base/FilePath.h"
 #include "platform/Platform.h"
 #include "tools/CommandLine.h"
+#include "tools/replay/FilmRun.h"
+#include "tools/replay/Ghosts.h"
 #include "tools/replay/RecordRun.h"
 #include "tools/replay/RunCheck.h"
 #include "tools/replay/RunLevel.h"
@@ -18,6 +20,8 @@ static constexpr const char* usage =
     "Usage: tarnwick-replay record [FILE] [options]   play, and keep the run\n"
     "       tarnwick-replay watch FILE [options]      show a run; any key ends it\n"
     "       tarnwick-replay check FILE... [options]   does each run reach the goal, and when?\n"
+    "       tarnwick-replay race FILE... [options]    play beside up to 8 runs, and keep the run\n"
+    "       tarnwick-replay film FILE FILM [options]  make a film: .mp4, .webm, or .gif\n"
     "       tarnwick-replay trace FILE [options]      what happens in a run, frame by frame\n"
     "FILE is a run: the keys of a player, frame by frame. Arguments after -- go to the game.\n"
     "Options of all commands:\n"
@@ -26,13 +30,19 @@ static constexpr const char* usage =
     "  --pitches FILE     play the music on these pitches\n"
     "  --seed N           start of the random numbers\n"
     "  --help, --version  print this text, or the version\n"
-    "record:\n"
+    "record, race:\n"
     "  --player NAME      write this name into the file\n"
+    "race:\n"
+    "  --into FILE        keep the run in this file\n"
     "watch:\n"
     "  --speed N          times the game's own speed, 0.1 to 10\n"
     "  --from FRAME       skip the frames before this one\n"
     "check:\n"
     "  --json             print JSON\n"
+    "film:\n"
+    "  --size WxH         in pixels, 1280x720 if not given\n"
+    "  --ghosts A,B,C     with these runs as ghosts\n"
+    "  --frames FOLDER    write PNG pictures and a WAV file instead of a film\n"
     "trace:\n"
     "  --output FILE      write the runner's position, speed and flags for each frame\n"
     "  --pictures FOLDER  write pictures (PNG) into this folder, named by their frame:\n"
@@ -42,9 +52,10 @@ static constexpr const char* usage =
     "Exit status: 0 done, 1 failed or a run is not what its header claims, 2 wrong use.\n";
 
 static const CommandLine::KnownOptions options = {
-    {"--level", 1},  {"--data", 1},   {"--json", 0},  {"--output", 1},  {"--pictures", 1},
-    {"--every", 1},  {"--frames", 1}, {"--sound", 1}, {"--pitches", 1}, {"--seed", 1},
-    {"--player", 1}, {"--speed", 1},  {"--from", 1}};
+    {"--level", 1},    {"--data", 1},  {"--json", 0},   {"--output", 1},
+    {"--pictures", 1}, {"--every", 1}, {"--frames", 1}, {"--sound", 1},
+    {"--pitches", 1},  {"--seed", 1},  {"--player", 1}, {"--speed", 1},
+    {"--from", 1},     {"--into", 1},  {"--size", 1},   {"--ghosts", 1}};
 
 using Arguments = std::vector<std::string>;
 
@@ -123,15 +134,60 @@ static std::string pickTune(std::uint32_t seed) {
     return tunes.empty() ? "" : tunes[seed % tunes.size()];
 }
 
-static int record(const CommandLine& line, const Arguments& gameArguments) {
-    const RunLevel level = readLevel(line);
+static Ghosts readGhosts(const Arguments& files, const RunLevel& level) {
+    if (files.size() > Ghosts::most) {
+        throw CommandLine::Error("at most " + std::to_string(Ghosts::most) + " runs can be ghosts");
+    }
+    Ghosts ghosts;
+    for (const std::string& file : files) ghosts.add(file, level);
+    return ghosts;
+}
+
+// The play is recorded into a file, or a new one if none is named.
+static RunResult play(const CommandLine& line, std::string file, const RunLevel& level,
+                      Ghosts& ghosts, const Arguments& gameArguments) {
     const auto now = static_cast<std::uint32_t>(Platform::calendarSeconds());
     GameRun::Options game = readGameOptions(line, now, gameArguments);
     if (game.pitches.empty()) game.pitches = pickTune(game.seed);
-    const std::string file = line.getWordCount() > 1 ? line.getWord(1) : RunWriter::newPath();
+    if (file.empty()) file = RunWriter::newPath();
     RecordRun run(file, line.get("--player", ""), level, game);
+    run.setGhosts(ghosts);
     run.play();
     std::cout << file << ": " << run.getResult().text() << std::endl;
+    return run.getResult();
+}
+
+static int record(const CommandLine& line, const Arguments& gameArguments) {
+    const RunLevel level = readLevel(line);
+    Ghosts none;
+    play(line, line.getWordCount() > 1 ? line.getWord(1) : "", level, none, gameArguments);
+    return 0;
+}
+
+// Prints the runs of a race, the fastest first, and those without a goal last.
+static void printTable(std::vector<RunCheck> checks) {
+    std::stable_sort(checks.begin(), checks.end(), [](const RunCheck& one, const RunCheck& other) {
+        const auto place = [](const RunCheck& check) {
+            return std::pair(!check.result.goal, check.result.goal ? check.result.frames : 0);
+        };
+        return place(one) < place(other);
+    });
+    for (std::size_t i = 0; i < checks.size(); ++i) {
+        const RunCheck& check = checks[i];
+        std::cout << i + 1 << ". " << check.name() << ": " << check.result.text() << "\n";
+    }
+}
+
+static int race(const CommandLine& line, const Arguments& gameArguments) {
+    const RunLevel level = readLevel(line);
+    Arguments files;
+    for (std::size_t i = 1; i < line.getWordCount(); ++i) files.push_back(line.getWord(i));
+    Ghosts ghosts = readGhosts(files, level);
+    std::vector<RunCheck> checks(1);
+    checks[0].player = "this run";
+    checks[0].result = play(line, line.get("--into", ""), level, ghosts, gameArguments);
+    for (const std::string& file : files) checks.push_back(RunCheck::of(file, level));
+    printTable(checks);
     return 0;
 }
 
@@ -145,6 +201,54 @@ static int watch(const CommandLine& line, const Arguments& gameArguments) {
     WatchRun run(script, level, game, speed, from);
     run.play();
     std::cout << line.getWord(1) << ": " << run.getResult().text() << std::endl;
+    return 0;
+}
+
+// Width and height, 16 to 8192 each and even, as the formats of films need it.
+static std::pair<int, int> readSize(const std::string& text) {
+    const std::size_t cross = std::min(text.find('x'), text.size());
+    const int width = CommandLine::readNumber("--size", text.substr(0, cross), 16, 8192);
+    const std::string rest = cross < text.size() ? text.substr(cross + 1) : "";
+    const int height = CommandLine::readNumber("--size", rest, 16, 8192);
+    if (width % 2 + height % 2 > 0)
+        throw CommandLine::Error("the sizes of a film are even numbers");
+    return {width, height};
+}
+
+static Arguments splitAtCommas(const std::string& text) {
+    Arguments parts;
+    std::istringstream stream(text);
+    for (std::string part; std::getline(stream, part, ',');) parts.push_back(part);
+    return parts;
+}
+
+static int film(const CommandLine& line) {
+    const auto [width, height] = readSize(line.get("--size", "1280x720"));
+    const bool pictures = line.has("--frames");
+    if (pictures == (line.getWordCount() > 2)) {
+        throw CommandLine::Error("film takes either a file for the film or --frames");
+    }
+    if (!pictures && !FilmFile::knows(line.getWord(2))) {
+        throw CommandLine::Error("the name of a film ends in .mp4, .webm or .gif");
+    }
+    const InputScript script = InputScript::fromFile(line.getWord(1));
+    const RunLevel level = readLevel(line);
+    const GameRun::Options game =
+        readGameOptions(line, script.getHeader().seed,
+                        {"-win", "-w", std::to_string(width), "-h", std::to_string(height)});
+    Ghosts ghosts = readGhosts(splitAtCommas(line.get("--ghosts", "")), level);
+    if (pictures) {
+        const std::string folder = line.get("--frames", "");
+        TraceRun run(script, level, game, {"", folder, 1, {}, folder + "/sound.wav"});
+        run.setGhosts(ghosts);
+        run.play();
+        std::cout << folder << ": " << run.getResult().text() << std::endl;
+        return 0;
+    }
+    FilmRun run(script, level, game, line.getWord(2), width, height);
+    run.setGhosts(ghosts);
+    run.play();
+    std::cout << line.getWord(2) << ": " << run.getResult().text() << std::endl;
     return 0;
 }
 
@@ -163,6 +267,12 @@ static int run(const CommandLine& line, const Arguments& gameArguments) {
     }
     if (line.isCommand("watch", 2, withGameOptions({"--speed", "--from"}))) {
         return watch(line, gameArguments);
+    }
+    if (line.isCommand("race", 2, mostFiles, withGameOptions({"--player", "--into"}))) {
+        return race(line, gameArguments);
+    }
+    if (line.isCommand("film", 2, 3, withGameOptions({"--size", "--ghosts", "--frames"}))) {
+        return film(line);
     }
     if (line.isCommand("check", 2, mostFiles, {"--level", "--data", "--json"})) {
         return check(line);
