@@ -27,15 +27,21 @@ static bool readNumber(std::string_view word, Number& number, int base = 10) {
     return problem == std::errc() && stop == last;
 }
 
+// The text without what a terminal could obey.
+static std::string harmless(std::string_view text) {
+    std::string shown(text);
+    for (char& letter : shown) {
+        if (static_cast<unsigned char>(letter) < ' ' || letter == '\x7F') letter = '?';
+    }
+    return shown;
+}
+
 static std::string quoted(std::string_view text) {
     constexpr std::size_t longest = 40;
-    std::string shown(text.substr(0, longest));
-    if (text.size() > longest) shown += "...";
-    for (char& letter : shown) {
-        if (static_cast<unsigned char>(letter) < ' ')
-            letter = '?'; // nothing for a terminal to obey
-    }
-    return "\"" + shown + "\"";
+    std::string shown = "\"";
+    shown += harmless(text.substr(0, longest));
+    shown += text.size() > longest ? "...\"" : "\"";
+    return shown;
 }
 
 const char* InputScript::nameOf(int key) {
@@ -82,18 +88,18 @@ bool InputScript::readHeaderLine(std::string_view line, std::string& failure) {
     const std::string_view name = line.substr(2, colon - 2);
     std::string_view value = line.substr(colon + 2);
     bool valid = true;
-    if (name == "game") header.game = value;
-    if (name == "player") header.player = value;
+    if (name == "game") header.game = harmless(value);
+    if (name == "player") header.player = harmless(value);
     if (name == "pitches") {
         valid = value.find('/') == std::string_view::npos;
-        header.pitches = value;
+        header.pitches = harmless(value);
     }
     if (name == "seed") valid = readNumber(value, header.seed);
     if (name == "goal") {
         valid = readNumber(takeWord(value), header.goalFrames.emplace());
     } else if (name == "level") {
         const std::size_t gap = std::min(value.rfind(' '), value.size());
-        header.level = value.substr(0, gap);
+        header.level = harmless(value.substr(0, gap));
         valid =
             gap < value.size() && readNumber(value.substr(gap + 1), header.levelHash.emplace(), 16);
     }
