@@ -42,8 +42,8 @@ static std::string oneLine(std::string text) {
 
 std::string RunLevel::headerText(const InputScript::Header& header) {
     std::string text = std::string(InputScript::headerLine) + "\n";
-    const auto add = [&text](const char* name, const std::string& value) {
-        if (!value.empty()) text += std::string("# ") + name + ": " + oneLine(value) + "\n";
+    const auto add = [&text](const char* key, const std::string& value) {
+        if (!value.empty()) text += std::string("# ") + key + ": " + oneLine(value) + "\n";
     };
     add("game", header.game);
     add("level", header.level + " " + hashText(header.levelHash.value_or(0)));
