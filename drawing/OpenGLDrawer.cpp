@@ -161,7 +161,7 @@ void OpenGLDrawer::setFixedState() {
 
 void OpenGLDrawer::beginFrame() {
     if (!hasContext) return;
-    glClear(GL_COLOR_BUFFER_BIT); // nothing uses the depth buffer
+    glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
     glLoadIdentity();
 }
 
