@@ -22,21 +22,18 @@ bool Places::hasNear(int column, int row) const {
     return squares.count({row / side, column / side}) > 0;
 }
 
-void Findings::measure(const Zones& zones, const std::string& name, double value,
-                       const std::string& text) {
+void Findings::measure(const std::string& name, double value, const std::string& text) {
     const Zones::Range* wanted = zones.wanted(name);
-    if (!wanted) return add(Kind::note, text);
+    if (!wanted) return add(note, text);
     require(value >= wanted->least && value <= wanted->most,
             text + " (expected " + decimals(wanted->least, 1) + " to " + decimals(wanted->most, 1) +
                 ")");
 }
 
-void Findings::addPlaces(Kind kind, const Zones& zones, const Places& places,
-                         const std::string& what) {
-    std::size_t rest = 0;
-    for (std::size_t i = 0; i < places.all().size(); ++i) {
-        const auto& [column, row, count] = places.all()[i];
-        if (i < namedPlaces) {
+void Findings::addPlaces(Kind kind, const Places& places, const std::string& what) {
+    std::size_t named = 0, rest = 0;
+    for (const auto& [column, row, count] : places.all()) {
+        if (named++ < namedPlaces) {
             add(kind, what + zones.describe(column, row) + ": " + std::to_string(count));
         } else {
             rest += count;
@@ -45,12 +42,12 @@ void Findings::addPlaces(Kind kind, const Zones& zones, const Places& places,
     if (rest > 0) add(kind, what + "other places: " + std::to_string(rest));
 }
 
-void Findings::print(std::ostream& target) {
-    for (const auto& [kind, name] :
-         {std::pair(Kind::good, "good:  "), {Kind::error, "error: "}, {Kind::note, "note:  "}}) {
-        for (const std::string& text : texts[kind]) target << name << text << "\n";
+void Findings::print(std::ostream& target) const {
+    for (const Kind kind : {good, error, note}) {
+        constexpr const char* names[] = {"good:  ", "error: ", "note:  "};
+        for (const std::string& text : texts[kind]) target << names[kind] << text << "\n";
     }
-    const std::size_t errors = texts[Kind::error].size(), notes = texts[Kind::note].size();
+    const std::size_t errors = texts[error].size(), notes = texts[note].size();
     target << errors << (errors == 1 ? " error, " : " errors, ") << notes
            << (notes == 1 ? " note\n" : " notes\n");
 }

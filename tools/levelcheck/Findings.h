@@ -25,7 +25,6 @@ public:
 
     void add(int column, int row);
     bool hasNear(int column, int row) const; // a place in the same square
-    bool isEmpty() const { return places.empty(); }
 
     // In the order of their first cells.
     const std::vector<Place>& all() const { return places; }
@@ -40,27 +39,27 @@ private:
 // The results of the checks in the order in which they come. Errors make the exit status 1.
 class Findings {
 public:
-    enum class Kind { good, error, note };
+    enum Kind { good, error, note };
+
+    explicit Findings(const Zones& itsZones) : zones(itsZones) {}
 
     void add(Kind kind, const std::string& text) { texts[kind].push_back(text); }
-    void error(const std::string& text) { add(Kind::error, text); }
+    void addError(const std::string& text) { add(error, text); }
 
     // A property that has to hold; otherwise its text is an error.
-    void require(bool holds, const std::string& text) {
-        add(holds ? Kind::good : Kind::error, text);
-    }
+    void require(bool holds, const std::string& text) { add(holds ? good : error, text); }
 
     // A measurement: a note, or required if the zones file asks for a range of it.
-    void measure(const Zones& zones, const std::string& name, double value,
-                 const std::string& text);
+    void measure(const std::string& name, double value, const std::string& text);
 
     // A line for each of the first places and one for the rest; `what` is the text before a place.
-    void addPlaces(Kind kind, const Zones& zones, const Places& places, const std::string& what);
+    void addPlaces(Kind kind, const Places& places, const std::string& what);
 
-    void print(std::ostream& target);
+    void print(std::ostream& target) const;
 
-    bool hasErrors() { return !texts[Kind::error].empty(); }
+    bool hasErrors() const { return !texts[error].empty(); }
 
 private:
-    std::map<Kind, std::vector<std::string>> texts;
+    const Zones& zones;
+    std::vector<std::string> texts[3]; // by kind
 };

@@ -20,8 +20,8 @@ void GoalPlaces::add(const Search& search, const Search::Goal& goal) {
     const std::pair cell(goal.row, goal.column);
     if (outside.count(cell) > 0) return;
     if (isFluke(search, goal)) {
-        flukes.insert({cell, goal});
-        if (!firstFluke || isFaster(goal, *firstFluke)) firstFluke = goal;
+        const auto [known, isNew] = flukes.insert({cell, goal});
+        if (!isNew && isFaster(goal, known->second)) known->second = goal;
     } else {
         flukes.erase(cell);
         outside[cell] = goal;
@@ -36,13 +36,11 @@ const Search::Goal* GoalPlaces::fastest(const std::string& name) const {
     return best;
 }
 
-Places GoalPlaces::placesOf(const Cells& cells) {
-    std::vector<Search::Goal> goals;
-    for (const auto& [cell, goal] : cells) goals.push_back(goal);
-    std::stable_sort(goals.begin(), goals.end(), isFaster);
-    Places places;
-    for (const Search::Goal& goal : goals) places.add(goal.column, goal.row);
-    return places;
+std::vector<Search::Goal> GoalPlaces::sorted(const Cells& cells) {
+    std::vector<Search::Goal> sorted;
+    for (const auto& [cell, goal] : cells) sorted.push_back(goal);
+    std::stable_sort(sorted.begin(), sorted.end(), isFaster);
+    return sorted;
 }
 
 bool GoalPlaces::isFluke(const Search& search, const Search::Goal& goal) const {
@@ -62,26 +60,28 @@ bool GoalPlaces::isFluke(const Search& search, const Search::Goal& goal) const {
 }
 
 Inputs pathThrough(const LevelMap& map, const Zones& zones, const std::vector<const Zone*>& through,
-                   const std::string& goal, std::uint32_t mostStates, Findings& findings) {
+                   const std::string& goal, Findings& findings) {
     Inputs inputs = Search::firstInputs();
     for (const Zone* zone : through) {
-        Search search(map, inputs, mostStates);
-        std::uint32_t last = 0;
-        const auto isThere = [&](std::uint32_t index) {
-            const RunnerState& state = search.getStates()[last = index];
-            return zone->contains(state.column(), state.row());
-        };
-        if (search.run([](const Search::Goal&) {}, isThere) != Search::End::found) {
-            findings.error("no path to " + zone->name + " was found");
+        Search search(map, inputs);
+        std::uint32_t last = StateSet::missing;
+        search.run([](const Search::Goal&) {},
+                   [&](std::uint32_t index) {
+                       const RunnerState& state = search.getStates()[index];
+                       if (zone->contains(state.column(), state.row())) last = index;
+                       return last == index;
+                   });
+        if (last == StateSet::missing) {
+            findings.addError("no path to " + zone->name + " was found");
             return {};
         }
         inputs = search.inputsTo(last);
     }
-    Search search(map, inputs, mostStates);
+    Search search(map, inputs);
     GoalPlaces places(map, zones);
     search.run([&](const Search::Goal& reached) { places.add(search, reached); },
                [&](std::uint32_t) { return places.fastest(goal) != nullptr; });
     if (const Search::Goal* reached = places.fastest(goal)) return search.inputsTo(*reached);
-    findings.error("no path from there to the goal was found");
+    findings.addError("no path through these zones to the goal was found");
     return {};
 }

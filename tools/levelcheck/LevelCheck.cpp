@@ -7,10 +7,11 @@
 #include <set>
 
 #include "tools/levelcheck/DeadEnds.h"
+#include "tools/levelcheck/GoalPlaces.h"
+#include "tools/levelcheck/Search.h"
 
-static constexpr std::uint32_t mostStates = 40'000'000; // less than 4 GiB
-static constexpr int border = 12;                       // tiles that hide what lies outside
-static constexpr int safeBorder = 3;                    // tiles that no flight passes
+static constexpr int border = 12;    // tiles that hide what lies outside
+static constexpr int safeBorder = 3; // tiles that no flight passes
 
 // Of the random players.
 static constexpr unsigned randomPlayers = 2000;
@@ -30,134 +31,10 @@ static std::string secondsText(std::size_t frames) {
     return decimals(secondsOf(frames), 1) + " s";
 }
 
-LevelCheck::LevelCheck(const LevelMap& level, const Zones& itsZones, Findings& itsFindings,
-                       std::ostream& target)
-    : map(level), zones(itsZones), findings(itsFindings), out(target),
-      search(map, Search::firstInputs(), mostStates), goals(map, zones) {}
-
-void LevelCheck::run() {
-    explore();
-    checkCells();
-    checkGoals();
-    checkFastest();
-    if (isWhole) checkDeadEnds();
-    checkRandomPlayers();
-}
-
-void LevelCheck::explore() {
-    isWhole = search.run([&](const Search::Goal& goal) { goals.add(search, goal); },
-                         [](std::uint32_t) { return false; }) == Search::End::exhausted;
-    out << "Found " << search.getStates().size() << " states of the runner.\n";
-    if (!isWhole) {
-        findings.error("the level is too large to be searched completely: paths, goals and "
-                       "reachable cells may be missing, and dead ends were not looked for");
-    }
-}
-
-// How near the runner comes to the edge of the picture, and how much of the open space he reaches.
-void LevelCheck::checkCells() {
-    Places visible, near, flames, missed;
-    double open = 0, passed = 0;
-    const int width = static_cast<int>(map.getWidth()), height = static_cast<int>(map.getHeight());
-    for (int row = 0; row < height; ++row) {
-        for (int column = 0; column < width; ++column) {
-            const int toEdge = std::min({column, row, width - 1 - column, height - 1 - row});
-            const bool isPassed = search.isPassed(column, row);
-            if (isPassed && toEdge < border)
-                (toEdge < safeBorder ? near : visible).add(column, row);
-            const std::uint8_t code = map.at(column, row);
-            if (code == LevelMap::flame && toEdge < border) flames.add(column, row);
-            if (code != LevelMap::empty) continue;
-            open += 1;
-            passed += isPassed ? 1 : 0;
-            if (!isPassed) missed.add(column, row);
-        }
-    }
-    if (search.isOutsidePassed()) findings.error("the runner can leave the picture");
-    addPlaces(Findings::Kind::error, near,
-              "the runner comes within " + std::to_string(safeBorder) + " tiles of the edge near ");
-    addPlaces(Findings::Kind::note, visible,
-              "the runner comes within " + std::to_string(border) +
-                  " tiles of the edge, so that the outside may be visible, near ");
-    addPlaces(Findings::Kind::error, flames,
-              "flames in the border, which can throw the runner through it, near ");
-    const double openShare = 100 * open / (double{1} * width * height),
-                 reached = 100 * passed / open;
-    findings.measure(zones, "open", openShare, decimals(openShare, 1) + " % of all cells are open");
-    findings.measure(zones, "reached", reached,
-                     decimals(reached, 2) + " % of " + decimals(open, 0) +
-                         " open cells can be reached");
-    addPlaces(Findings::Kind::note, missed, "open cells out of reach near ");
-}
-
-void LevelCheck::checkGoals() {
-    const Places outside = goals.getOutside();
-    addPlaces(Findings::Kind::error, outside,
-              "cells outside the goal zones where the goal can be reached near ");
-    if (zones.hasGoals() && outside.isEmpty()) {
-        findings.require(true, "except by a fluke the goal is reached only in the goal zones");
-    }
-    addPlaces(Findings::Kind::note, goals.getFlukes(),
-              "cells outside the goal zones where only a fluke, a press in one single frame, "
-              "reaches the goal near ");
-    if (const auto& fluke = goals.earliestFluke()) {
-        findings.add(Findings::Kind::note, "the earliest fluke takes " +
-                                               secondsText(fluke->frames) + ", to " +
-                                               zones.describe(fluke->column, fluke->row));
-    }
-}
-
-void LevelCheck::checkFastest() {
-    const Search::Goal* fastest = goals.fastest("");
-    if (!fastest) return findings.error("no path to the goal was found");
-    out << "The fastest path reaches the goal in frame " << fastest->frames - 1
-        << " of the play, after " << secondsText(fastest->frames) << ", in "
-        << zones.describe(fastest->column, fastest->row) << ".\n";
-    for (const Zone& zone : zones.all()) {
-        if (!zone.goal) continue;
-        const Search::Goal* goal = goals.fastest(zone.name);
-        out << "  goal " << zone.name << ": "
-            << (goal ? secondsText(goal->frames) : std::string("no path found")) << "\n";
-        if (!goal) findings.error("no path to the goal in " + zone.name + " was found");
-    }
-    findings.measure(zones, "seconds", secondsOf(fastest->frames),
-                     "the fastest path takes " + secondsText(fastest->frames));
-    checkRegions();
-}
-
-void LevelCheck::checkRegions() {
-    if (zones.all().empty()) return;
-    std::set<std::string> names;
-    std::string last, list;
-    const Run run(map, runTo(""));
-    for (const WorldPoint place : run.path) {
-        const Zone* region = zones.regionAt(cellOf(place.x), cellOf(place.y));
-        if (!region || region->name == last) continue;
-        last = region->name;
-        names.insert(last);
-        list += " " + last;
-    }
-    if (!names.empty()) out << "Its regions:" << list << "\n";
-    findings.measure(zones, "regions", static_cast<double>(names.size()),
-                     "the fastest path visits " + std::to_string(names.size()) + " regions");
-}
-
-void LevelCheck::checkDeadEnds() {
-    const DeadEnds ends(map, search);
-    const std::vector<Places::Place>& traps = ends.getTraps().all();
-    for (std::size_t i = 0; i < traps.size(); ++i) {
-        const RunnerState& entrance = ends.getEntrances()[i];
-        findings.error("the runner can get stuck near " +
-                       zones.describe(traps[i].column, traps[i].row) + "; the path in begins in " +
-                       placeText(entrance.column(), entrance.row()));
-    }
-    addPlaces(Findings::Kind::error, ends.getFloors(),
-              "floors from which no path on was found near ");
-    if (traps.empty() && ends.getFloors().isEmpty()) {
-        findings.require(true, "every state, and every one of " +
-                                   std::to_string(ends.floorCount()) +
-                                   " floors, leads on to a goal or back to the start");
-    }
+static Places cellsOf(const std::vector<Search::Goal>& goals) {
+    Places places;
+    for (const Search::Goal& goal : goals) places.add(goal.column, goal.row);
+    return places;
 }
 
 // A simulated player pressing random keys, the same every time: whether he wins soon. Adds where he
@@ -195,22 +72,157 @@ static bool winsRandomly(const LevelMap& map, unsigned seed, Places& stuck) {
     return false;
 }
 
-void LevelCheck::checkRandomPlayers() {
+// How near the runner comes to the edge of the picture, and how much of the open space he reaches.
+static void checkCells(const LevelMap& map, const Search& search, Findings& findings) {
+    Places visible, near, flames, missed;
+    double open = 0, passed = 0;
+    const int width = static_cast<int>(map.getWidth()), height = static_cast<int>(map.getHeight());
+    for (int row = 0; row < height; ++row) {
+        for (int column = 0; column < width; ++column) {
+            const int toEdge = std::min({column, row, width - 1 - column, height - 1 - row});
+            const bool isPassed = search.isPassed(column, row);
+            if (isPassed && toEdge < border)
+                (toEdge < safeBorder ? near : visible).add(column, row);
+            const std::uint8_t code = map.at(column, row);
+            if (code == LevelMap::flame && toEdge < border) flames.add(column, row);
+            if (code != LevelMap::empty) continue;
+            open += 1;
+            passed += isPassed ? 1 : 0;
+            if (!isPassed) missed.add(column, row);
+        }
+    }
+    if (search.isOutsidePassed()) findings.addError("the runner can leave the picture");
+    findings.addPlaces(Findings::error, near,
+                       "the runner comes within " + std::to_string(safeBorder) +
+                           " tiles of the edge near ");
+    findings.addPlaces(Findings::note, visible,
+                       "the runner comes within " + std::to_string(border) +
+                           " tiles of the edge, so that the outside may be visible, near ");
+    findings.addPlaces(Findings::error, flames,
+                       "flames in the border, which can throw the runner through it, near ");
+    const double openShare = 100 * open / (double{1} * width * height),
+                 reached = 100 * passed / open;
+    findings.measure("open", openShare, decimals(openShare, 1) + " % of all cells are open");
+    findings.measure("reached", reached,
+                     decimals(reached, 2) + " % of " + decimals(open, 0) +
+                         " open cells can be reached");
+    findings.addPlaces(Findings::note, missed, "open cells out of reach near ");
+}
+
+static void checkGoals(const GoalPlaces& goals, const Zones& zones, Findings& findings) {
+    const std::vector<Search::Goal> outside = goals.getOutside(), flukes = goals.getFlukes();
+    findings.addPlaces(Findings::error, cellsOf(outside),
+                       "the goal can be reached outside the goal zones in cells near ");
+    if (zones.hasGoals() && outside.empty()) {
+        findings.add(Findings::good,
+                     "except by a fluke the goal is reached only in the goal zones");
+    }
+    findings.addPlaces(Findings::note, cellsOf(flukes),
+                       "only a fluke, a press in one single frame, reaches the goal outside the "
+                       "goal zones in cells near ");
+    if (flukes.empty()) return;
+    findings.add(Findings::note, "the earliest fluke takes " + secondsText(flukes[0].frames) +
+                                     ", to " + zones.describe(flukes[0].column, flukes[0].row));
+}
+
+static void checkFastest(const GoalPlaces& goals, const Zones& zones, Findings& findings,
+                         std::ostream& out) {
+    const Search::Goal* fastest = goals.fastest("");
+    if (!fastest) return findings.addError("no path to the goal was found");
+    out << "The fastest path reaches the goal in frame " << fastest->frames - 1
+        << " of the play, after " << secondsText(fastest->frames) << ", in "
+        << zones.describe(fastest->column, fastest->row) << ".\n";
+    for (const Zone& zone : zones.all()) {
+        if (!zone.goal) continue;
+        const Search::Goal* goal = goals.fastest(zone.name);
+        out << "  goal " << zone.name << ": "
+            << (goal ? secondsText(goal->frames) : std::string("no path found")) << "\n";
+        if (!goal) findings.addError("no path to the goal in " + zone.name + " was found");
+    }
+    findings.measure("seconds", secondsOf(fastest->frames),
+                     "the fastest path takes " + secondsText(fastest->frames));
+}
+
+static void checkRegions(const LevelMap& map, const Inputs& inputs, const Zones& zones,
+                         Findings& findings, std::ostream& out) {
+    std::set<std::string> names;
+    std::string last, list;
+    const Run run(map, inputs);
+    for (const WorldPoint place : run.path) {
+        const Zone* region = zones.regionAt(cellOf(place.x), cellOf(place.y));
+        if (!region || region->name == last) continue;
+        last = region->name;
+        names.insert(last);
+        list += " " + last;
+    }
+    if (!names.empty()) out << "Its regions:" << list << "\n";
+    findings.measure("regions", static_cast<double>(names.size()),
+                     "the fastest path visits " + std::to_string(names.size()) + " regions");
+}
+
+static void checkRandomPlayers(const LevelMap& map, Findings& findings) {
     Places stuck;
     double winners = 0; // percent
     for (unsigned seed = 1; seed <= randomPlayers; ++seed) {
         if (winsRandomly(map, seed, stuck)) winners += 100.0 / randomPlayers;
     }
-    findings.measure(zones, "winners", winners,
+    findings.measure("winners", winners,
                      decimals(winners, 2) + " % of " + std::to_string(randomPlayers) +
                          " random players reach the goal within " + std::to_string(winSeconds) +
                          " s");
-    addPlaces(Findings::Kind::error, stuck, "random players get stuck near ");
+    findings.addPlaces(Findings::error, stuck, "random players get stuck near ");
 }
 
-Inputs LevelCheck::runTo(const std::string& name) const {
-    const Search::Goal* goal = goals.fastest(name);
-    return goal ? simplified(map, search.inputsTo(*goal)) : Inputs();
+Inputs checkLevel(const LevelMap& map, const Zones& zones, const std::string& goal,
+                  Findings& findings, std::ostream& target) {
+    Search search(map, Search::firstInputs());
+    GoalPlaces goals(map, zones);
+    const bool isWhole =
+        search.run([&](const Search::Goal& reached) { goals.add(search, reached); },
+                   [](std::uint32_t) { return false; });
+    target << "Found " << search.getStates().size() << " states of the runner.\n";
+    if (!isWhole) {
+        findings.addError("the level is too large to be searched completely: paths, goals and "
+                          "reachable cells may be missing, and dead ends were not looked for");
+    }
+    const auto runTo = [&](const std::string& zone) {
+        const Search::Goal* fastest = goals.fastest(zone);
+        return fastest ? simplified(map, search.inputsTo(*fastest)) : Inputs();
+    };
+    checkCells(map, search, findings);
+    checkGoals(goals, zones, findings);
+    checkFastest(goals, zones, findings, target);
+    if (goals.fastest("") && !zones.all().empty()) {
+        checkRegions(map, runTo(""), zones, findings, target);
+    }
+    if (isWhole) checkDeadEnds(map, search, zones, findings);
+    checkRandomPlayers(map, findings);
+    return runTo(goal);
+}
+
+bool checkPicture(const LoadedImage& picture, const LevelMap& map, WorldPoint start,
+                  Findings& findings) {
+    static constexpr std::uint8_t codes[] = {0x00, 0x20, 0x40, 0x60, 0x80, 0xFE, 0xE0, 0xFF};
+    Places unknown, coloured;
+    const std::uint8_t* pixel = picture.pixels.get();
+    for (int y = 0; y < static_cast<int>(picture.height); ++y) {
+        for (int x = 0; x < static_cast<int>(picture.width); ++x, pixel += 4) {
+            if (std::find(std::begin(codes), std::end(codes), *pixel) == std::end(codes)) {
+                unknown.add(x, y);
+            }
+            if (pixel[0] != pixel[1] || pixel[0] != pixel[2]) coloured.add(x, y);
+        }
+    }
+    findings.addPlaces(Findings::note, unknown, "unknown tile codes, drawn like 0x20, near ");
+    findings.addPlaces(Findings::note, coloured,
+                       "pixels that are not grey, of which only the red counts, near ");
+    const int column = cellOf(start.x), row = cellOf(start.y);
+    if (map.at(column, row) == LevelMap::empty) return true;
+    findings.addError((map.contains(column, row)
+                           ? "the start is not empty: "
+                           : "the picture is too small to contain the start, ") +
+                      placeText(column, row));
+    return false;
 }
 
 void checkScene(const LevelMap& map, Findings& findings) {

@@ -98,10 +98,9 @@ private:
     }
 
     float valueOf(int x, int y) {
-        const auto visited = memory.find(spotOf(x, y));
-        float value = visited == memory.end()
-                          ? novelty
-                          : novelty / (2 + static_cast<float>(visited->second) / boredom);
+        const int visited = memory[spotOf(x, y)];
+        float value =
+            visited == 0 ? novelty : novelty / (2 + static_cast<float>(visited) / boredom);
         value += doubt * static_cast<float>(random(100)) / 100;
         value += farValue * static_cast<float>(std::abs(x - column));
         value -= climbCost * static_cast<float>(std::max(0, row - y));
@@ -144,81 +143,99 @@ private:
     int wait = 0; // frames until the next press
 };
 
-Newcomers::Newcomers(const LevelMap& level, const Zones& itsZones, unsigned playerCount)
-    : map(level), zones(itsZones), count(playerCount) {
-    for (unsigned seed = 1; seed <= count; ++seed) play(seed);
-}
+// The first visit of a region.
+struct Visit {
+    const Zone* region;
+    int frame;
+};
+using Visits = std::vector<Visit>; // of one player, in their order
 
-// Whether both are in one view.
-static bool areNear(WorldPoint one, WorldPoint other) {
-    return std::fabs(one.x - other.x) <= viewSide && std::fabs(one.y - other.y) <= viewUp;
-}
+// As large as the view, and the players who stayed in it for long.
+struct Room {
+    WorldPoint middle;
+    std::set<unsigned> players;
 
-Newcomers::Room& Newcomers::roomAt(WorldPoint place) {
-    for (Room& room : rooms) {
-        if (areNear(room.middle, place)) return room;
+    bool contains(WorldPoint place) const {
+        return std::fabs(middle.x - place.x) <= viewSide && std::fabs(middle.y - place.y) <= viewUp;
     }
-    return rooms.emplace_back(Room{place});
+};
+
+static void hold(std::vector<Room>& rooms, WorldPoint place, unsigned player) {
+    auto room = std::find_if(rooms.begin(), rooms.end(),
+                             [&](const Room& known) { return known.contains(place); });
+    if (room == rooms.end()) room = rooms.insert(room, {place, {}});
+    room->players.insert(player);
 }
 
-void Newcomers::play(unsigned seed) {
-    Newcomer newcomer(map, seed);
-    std::map<const Zone*, int> arrivals; // frames
-    const Zone* last = nullptr;
-    WorldPoint anchor = playStart;
-    int anchorFrame = 0;
+static Visits play(Newcomer& newcomer, unsigned player, const Zones& zones,
+                   std::vector<Room>& rooms) {
+    Visits visits;
+    Room room{playStart, {}};
+    int entered = 0; // frame
     for (int frame = 0; frame < playFrames; ++frame) {
         newcomer.step();
-        if (newcomer.hasWon()) {
-            ++winners;
-            return;
-        }
+        if (newcomer.hasWon()) break;
         const WorldPoint place = newcomer.position();
-        if (!areNear(place, anchor)) {
-            anchor = place;
-            anchorFrame = frame;
-        } else if (frame - anchorFrame == holdFrames) {
-            Room& room = roomAt(anchor);
-            room.held += room.lastHeld != seed ? 1 : 0;
-            room.lastHeld = seed;
+        if (!room.contains(place)) {
+            room.middle = place;
+            entered = frame;
+        } else if (frame - entered == holdFrames) {
+            hold(rooms, room.middle, player);
         }
         const Zone* region = zones.regionAt(cellOf(place.x), cellOf(place.y));
-        if (!region || arrivals.count(region) > 0) continue;
-        if (last) ++regions[last->name].next[region->name];
-        for (auto& [earlier, arrival] : arrivals) {
-            if (arrival < 0 || earlier > region) continue; // zones are in the order of their text
-            regions[earlier->name].seconds.push_back(
-                secondsOf(static_cast<std::size_t>(frame - arrival)));
-            arrival = -1; // counted
-        }
-        last = region;
-        arrivals[region] = frame;
-        ++regions[region->name].came;
-        if (frame < playFrames - framesIn(soon)) ++regions[region->name].inTime;
+        const auto isKnown = [&](const Visit& visit) { return visit.region == region; };
+        if (!region || std::any_of(visits.begin(), visits.end(), isKnown)) continue;
+        visits.push_back({region, frame});
     }
+    return visits;
 }
 
-void Newcomers::print(std::ostream& target) const {
-    target << count << " newcomers, four minutes each: " << winners << " reach the goal.\n";
-    for (const Zone& zone : zones.all()) {
-        const auto found = regions.find(zone.name);
-        if (found == regions.end()) continue;
-        const auto& [came, inTime, seconds, next] = found->second;
-        std::vector<double> sorted = seconds;
-        std::sort(sorted.begin(), sorted.end());
-        target << "  " << zone.name << ": " << came << " came, "
-               << std::upper_bound(sorted.begin(), sorted.end(), soon) - sorted.begin()
-               << " got further within " << soon << " s (" << inTime << " had the time)";
-        if (!sorted.empty()) {
-            target << ", median " << decimals(sorted[sorted.size() / 2], 1) << " s, longest "
-                   << decimals(sorted.back(), 1) << " s";
-        }
-        for (const auto& [name, players] : next) target << "; " << players << " first to " << name;
-        target << "\n";
+// Who came to a region, and how long they needed to one that is later in the zones.
+static void printRegion(const Zone& region, const std::vector<Visits>& players,
+                        std::ostream& target) {
+    int came = 0, inTime = 0;
+    std::vector<double> seconds;
+    std::map<std::string, int> next; // players by the region that they visited next
+    for (const Visits& visits : players) {
+        const auto visit = std::find_if(visits.begin(), visits.end(),
+                                        [&](const Visit& one) { return one.region == &region; });
+        if (visit == visits.end()) continue;
+        ++came;
+        if (visit->frame < playFrames - framesIn(soon)) ++inTime;
+        if (visit + 1 != visits.end()) ++next[visit[1].region->name];
+        const auto further = std::find_if(visit, visits.end(), [&](const Visit& later) {
+            return later.region > &region; // they lie in the order of their text
+        });
+        if (further == visits.end()) continue;
+        seconds.push_back(secondsOf(static_cast<std::size_t>(further->frame - visit->frame)));
     }
-    for (const Room& room : rooms) {
-        target << "  held for 30 s near "
-               << zones.describe(cellOf(room.middle.x), cellOf(room.middle.y)) << ": " << room.held
-               << "\n";
+    if (came == 0) return;
+    std::sort(seconds.begin(), seconds.end());
+    target << "  " << region.name << ": " << came << " came, "
+           << std::upper_bound(seconds.begin(), seconds.end(), soon) - seconds.begin()
+           << " got further within " << soon << " s (" << inTime << " had the time)";
+    if (!seconds.empty()) {
+        target << ", median " << decimals(seconds[seconds.size() / 2], 1) << " s, longest "
+               << decimals(seconds.back(), 1) << " s";
+    }
+    for (const auto& [name, count] : next) target << "; " << count << " first to " << name;
+    target << "\n";
+}
+
+void simulateNewcomers(const LevelMap& map, const Zones& zones, unsigned count,
+                       std::ostream& target) {
+    std::vector<Visits> players;
+    std::vector<Room> rooms;
+    unsigned winners = 0;
+    for (unsigned player = 1; player <= count; ++player) {
+        Newcomer newcomer(map, player);
+        players.push_back(play(newcomer, player, zones, rooms));
+        winners += newcomer.hasWon() ? 1 : 0;
+    }
+    target << count << " newcomers, four minutes each: " << winners << " reach the goal.\n";
+    for (const Zone& zone : zones.all()) printRegion(zone, players, target);
+    for (const auto& [middle, held] : rooms) {
+        target << "  held for 30 s near " << zones.describe(cellOf(middle.x), cellOf(middle.y))
+               << ": " << held.size() << "\n";
     }
 }

@@ -3,6 +3,8 @@
 
 #include <algorithm>
 
+static constexpr std::uint32_t mostArrivals = 15; // by one of 3 directions and 5 times of a press
+
 static RunnerState stateAfter(const LevelMap& map, const Inputs& inputs) {
     Player player(playStart);
     int wait = 0;
@@ -17,19 +19,13 @@ static RunnerState stateAfter(const LevelMap& map, const Inputs& inputs) {
 }
 
 Search::Search(const LevelMap& level, const Inputs& before, std::uint32_t mostStates)
-    : Search(level, stateAfter(level, before), mostStates) {
-    inputsBefore = before;
-}
-
-Search::Search(const LevelMap& level, const RunnerState& first, std::uint32_t mostStates)
-    : map(level), limit(std::min(mostStates, StateSet::mostStates)),
+    : map(level), inputsBefore(before), limit(mostStates), states(limit + mostArrivals),
       passed(std::size_t{level.getWidth()} * level.getHeight()) {
-    states.findOrAdd(first);
-    states[0].parent = 0;
-    states[0].edges = 0;
+    const RunnerState first = stateAfter(map, before);
+    states.findOrAdd(first, states.prepare(first));
 }
 
-Search::End Search::run(const GoalHandler& goalHandler, const ArrivalTest& arrivalTest) {
+bool Search::run(const GoalHandler& goalHandler, const ArrivalTest& arrivalTest) {
     onGoal = goalHandler;
     onArrival = arrivalTest;
     for (std::uint32_t index = 0; index < states.size(); ++index) {
@@ -38,10 +34,10 @@ Search::End Search::run(const GoalHandler& goalHandler, const ArrivalTest& arriv
             ++depth;
         }
         expand(index);
-        if (found) return End::found;
-        if (states.size() >= limit) return End::full;
+        addArrivals(index);
+        if (found || states.size() >= limit) return false;
     }
-    return End::exhausted;
+    return true;
 }
 
 void Search::expand(std::uint32_t index) {
@@ -96,22 +92,26 @@ void Search::arrive(const Player& player, std::uint32_t index, Segment segment) 
     const bool pressed = segment.press != Segment::noPress;
     const int wait = (pressed ? pressGap + segment.press : states[index].wait) - Segment::frames;
     state.wait = std::max(0, wait) & 0xF;
+    arrivals.emplace_back(state, states.prepare(state));
+}
 
-    const std::uint32_t known = states.findOrAdd(state);
-    if (known == StateSet::missing) {
-        found = found || onArrival(states.size() - 1);
-    } else if (known == index) {
-        states[index].resting = true;
-    } else if (states[known].parent != index) {
-        addEdge(index, known);
+void Search::addArrivals(std::uint32_t index) {
+    for (const auto& [state, hash] : arrivals) {
+        const std::uint32_t known = states.findOrAdd(state, hash);
+        if (known == StateSet::missing) {
+            found = found || onArrival(states.size() - 1);
+        } else if (known == index) {
+            states[index].resting = true;
+        } else if (states[known].parent != index) {
+            addEdge(index, known);
+        }
     }
+    arrivals.clear();
 }
 
 void Search::addEdge(std::uint32_t index, std::uint32_t next) {
-    const std::size_t count = states[index].edges;
-    for (std::size_t i = edges.size() - count; i < edges.size(); ++i) {
-        if (edges[i] == next) return;
-    }
+    const std::uint8_t count = states[index].edges;
+    if (std::find(edges.end() - count, edges.end(), next) != edges.end()) return;
     edges.push_back(next);
     states[index].edges = (count + 1) & 0xF;
 }

@@ -2,8 +2,8 @@
 #pragma once
 
 #include <cstdint>
-#include <deque>
 #include <functional>
+#include <utility>
 #include <vector>
 
 #include "tools/levelcheck/StateSet.h"
@@ -27,25 +27,21 @@ public:
     // Called for each new state; true ends the search.
     using ArrivalTest = std::function<bool(std::uint32_t state)>;
 
-    enum class End { exhausted, found, full };
-
     // `before` are the inputs to the state from which the search begins. With this many states it
-    // ends as `full`.
-    Search(const LevelMap& level, const Inputs& before, std::uint32_t mostStates);
-
-    // The same from any state, as if the play began there.
-    Search(const LevelMap& level, const RunnerState& first, std::uint32_t mostStates);
+    // gives up; those of the default take less than 4 GiB.
+    Search(const LevelMap& level, const Inputs& before, std::uint32_t mostStates = 40'000'000);
 
     // Eight idle frames, while the title's last key is released.
     static Inputs firstInputs() { return Inputs(8); }
 
-    End run(const GoalHandler& goalHandler, const ArrivalTest& arrivalTest);
+    // Whether everything was searched: nothing ended it before.
+    bool run(const GoalHandler& goalHandler, const ArrivalTest& arrivalTest);
 
     const StateSet& getStates() const { return states; }
 
     // The states that were known already when a segment led to them, `edges` of them for each
     // state, in the order of the states. Those that were new have the state as their parent.
-    const std::deque<std::uint32_t>& getEdges() const { return edges; }
+    const std::vector<std::uint32_t>& getEdges() const { return edges; }
 
     // Frames from the start of the play to the states whose segments are being followed.
     std::size_t framesBefore() const { return inputsBefore.size() + depth * Segment::frames; }
@@ -65,14 +61,16 @@ private:
     void follow(Player player, std::uint32_t index, Segment segment);
     bool step(Player& player, std::uint32_t index, Segment segment, int frame);
     void arrive(const Player& player, std::uint32_t index, Segment segment);
+    void addArrivals(std::uint32_t index);
     void addEdge(std::uint32_t index, std::uint32_t next);
     bool pressMatters(WorldPoint place) const;
 
     const LevelMap& map;
-    Inputs inputsBefore; // empty if it does not begin at the start
+    Inputs inputsBefore;
     std::uint32_t limit;
     StateSet states;
-    std::deque<std::uint32_t> edges;
+    std::vector<std::pair<RunnerState, std::uint64_t>> arrivals; // after one state, with hashes
+    std::vector<std::uint32_t> edges;
     std::vector<std::uint8_t> passed; // one a cell, rows from the top
     bool outsidePassed = false;
     std::uint32_t layerEnd = 1; // after the states whose segments are being followed

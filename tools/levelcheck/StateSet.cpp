@@ -2,6 +2,7 @@
 #include "tools/levelcheck/StateSet.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <cstdlib>
 
@@ -13,7 +14,7 @@ static constexpr int startColumns = 2;   // the start's neighbourhood, to each s
 static constexpr int startRows = 8;
 
 static constexpr std::size_t firstSlots = 1 << 12;
-static constexpr std::uint32_t indexMask = StateSet::mostStates;
+static constexpr std::uint32_t indexMask = (1U << 26) - 1; // of a slot; above it lies the tag
 
 // The step of a speed: so many hundredths of a tile per frame wide near 0, wider from `coarseFrom`.
 static std::uint64_t stepOf(float speed, int fine, int coarseFrom, int coarse) {
@@ -58,7 +59,9 @@ std::uint64_t RunnerState::key() const {
            static_cast<std::uint64_t>(kicking) << 50 | part << 52;
 }
 
-StateSet::StateSet() : slots(firstSlots) {}
+StateSet::StateSet(std::uint32_t most) : slots(firstSlots) {
+    states.reserve(most);
+}
 
 // Spreads a key over all bits (the finaliser of MurmurHash3, which is in the public domain).
 static std::uint64_t mixed(std::uint64_t key) {
@@ -75,14 +78,20 @@ std::size_t StateSet::firstSlot(std::uint64_t hash) const {
     return (hash & 0xFFFFFFFF) * slots.size() >> 32;
 }
 
-std::uint32_t StateSet::findOrAdd(const RunnerState& state) {
-    if (4 * states.size() >= 3 * slots.size()) grow();
-    const std::uint64_t key = state.key();
-    const std::uint64_t hash = mixed(key);
+std::uint64_t StateSet::prepare(const RunnerState& state) const {
+    const std::uint64_t hash = mixed(state.key());
+    __builtin_prefetch(&slots[firstSlot(hash)]);
+    return hash;
+}
+
+std::uint32_t StateSet::findOrAdd(const RunnerState& state, std::uint64_t hash) {
+    if (std::uint64_t{4} * size() >= 3 * slots.size()) grow();
     std::size_t slot = firstSlot(hash);
     for (; slots[slot] != 0; slot = next(slot)) {
         const std::uint32_t index = (slots[slot] & indexMask) - 1;
-        if ((slots[slot] & ~indexMask) == tagOf(hash) && states[index].key() == key) return index;
+        if ((slots[slot] & ~indexMask) == tagOf(hash) && states[index].key() == state.key()) {
+            return index;
+        }
     }
     states.push_back(state);
     slots[slot] = tagOf(hash) | size();
@@ -93,10 +102,14 @@ void StateSet::grow() {
     const std::size_t count = slots.size() + slots.size() / 4;
     std::vector<std::uint32_t>().swap(slots); // first, so that both are not held at once
     slots.resize(count);
-    for (std::uint32_t index = 0; index < size(); ++index) {
-        const std::uint64_t hash = mixed(states[index].key());
-        std::size_t slot = firstSlot(hash);
-        while (slots[slot] != 0) slot = next(slot);
-        slots[slot] = tagOf(hash) | (index + 1);
+    std::array<std::uint64_t, 32> hashes;
+    for (std::uint32_t index = 0; index < size();) {
+        const std::uint32_t end = std::min(size(), index + std::uint32_t{hashes.size()});
+        for (std::uint32_t i = index; i < end; ++i) hashes[i - index] = prepare(states[i]);
+        for (std::size_t i = 0; index < end; ++i) {
+            std::size_t slot = firstSlot(hashes[i]);
+            while (slots[slot] != 0) slot = next(slot);
+            slots[slot] = tagOf(hashes[i]) | ++index;
+        }
     }
 }

@@ -3,7 +3,6 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <deque>
 #include <vector>
 
 #include "tools/Inspector.h"
@@ -67,28 +66,30 @@ struct RunnerState {
 };
 static_assert(sizeof(RunnerState) == 24);
 
-// The states of a search in the order in which they were found, one for each key.
+// The states of a search in the order in which they were found, one for each key. A search waits
+// for memory most of the time, so callers hash several states before they add the first.
 class StateSet {
 public:
     static constexpr std::uint32_t missing = ~0U;
 
-    StateSet();
+    // Reserves address space for `most` states, at most 2^26 - 1, so that growing copies nothing.
+    explicit StateSet(std::uint32_t most);
 
     std::uint32_t size() const { return static_cast<std::uint32_t>(states.size()); }
     RunnerState& operator[](std::uint32_t index) { return states[index]; }
     const RunnerState& operator[](std::uint32_t index) const { return states[index]; }
 
-    // The state with the same key. If there is none, adds this one and returns `missing`.
-    std::uint32_t findOrAdd(const RunnerState& state);
+    // The hash of its key. Begins to load from memory what findOrAdd needs.
+    std::uint64_t prepare(const RunnerState& state) const;
 
-    // The largest number of states that the slots can index.
-    static constexpr std::uint32_t mostStates = (1U << 26) - 1;
+    // The state with the same key. If there is none, adds this one and returns `missing`.
+    std::uint32_t findOrAdd(const RunnerState& state, std::uint64_t hash);
 
 private:
     std::size_t firstSlot(std::uint64_t hash) const;
     std::size_t next(std::size_t slot) const { return slot + 1 == slots.size() ? 0 : slot + 1; }
     void grow();
 
-    std::deque<RunnerState> states;
+    std::vector<RunnerState> states;
     std::vector<std::uint32_t> slots; // 0, or state + 1 with bits of the key's hash above it
 };

@@ -6,9 +6,10 @@
 #include <sstream>
 
 #include "base/FilePath.h"
+#include "drawing/ImageLoader.h"
 #include "tools/CommandLine.h"
+#include "tools/levelcheck/GoalPlaces.h"
 #include "tools/levelcheck/LevelCheck.h"
-#include "tools/levelcheck/LevelFile.h"
 #include "tools/levelcheck/LevelPicture.h"
 #include "tools/levelcheck/Newcomers.h"
 #include "tools/replay/RunLevel.h"
@@ -30,20 +31,18 @@ static const CommandLine::KnownOptions options = {
     {"--zones", 1},   {"--script", 1}, {"--to", 1},        {"--through", 1},
     {"--picture", 1}, {"--scene", 0},  {"--newcomers", 1}, {"--new", 1}};
 
-static constexpr std::streamsize longestZones = 1 << 20; // bytes
+static constexpr std::size_t longestZones = 1 << 20; // bytes
 
-// Of a path through zones: with the states of the checks they take less than 4 GiB.
-static constexpr std::uint32_t mostPathStates = 30'000'000;
+static void requireFile(const std::string& path) {
+    if (!FilePath(path).isOrdinaryFile()) throw std::runtime_error("no such file: " + path);
+}
 
 static Zones readZones(const std::string& path) {
     Zones zones;
     if (path.empty()) return zones;
-    std::ifstream file = FilePath(path).open();
-    if (!file.is_open()) throw std::runtime_error("no such file: " + path);
-    std::string text(longestZones, ' ');
-    file.read(text.data(), longestZones);
-    text.resize(static_cast<std::size_t>(file.gcount()));
-    if (file) throw std::runtime_error(path + " is too long");
+    requireFile(path);
+    const std::string text = FilePath(path).readStart(longestZones + 1);
+    if (text.size() > longestZones) throw std::runtime_error(path + " is too long");
     std::string problems;
     for (const std::string& problem : zones.read(text)) problems += "\n" + path + ", " + problem;
     if (!problems.empty()) throw std::runtime_error("invalid zones:" + problems);
@@ -63,49 +62,38 @@ static std::vector<const Zone*> readThrough(const Zones& zones, const std::strin
 static void writePicture(const CommandLine& line, const LevelMap& map, const Inputs& inputs) {
     if (!line.has("--picture")) return;
     const std::string path = line.get("--picture", "");
-    LevelPicture picture(map);
-    picture.drawRun(Run(map, inputs).path);
-    if (!picture.write(path)) throw std::runtime_error("cannot write " + path);
-}
-
-static std::string headerFor(const std::string& level, const LevelMap& map) {
-    InputScript::Header header;
-    header.game = programVersion();
-    header.level = std::filesystem::path(level).filename();
-    header.levelHash = RunLevel::hashOf(map);
-    header.player = "levelcheck";
-    return RunLevel::headerText(header);
+    if (!writeLevelPicture(path, map, Run(map, inputs).path)) {
+        throw std::runtime_error("cannot write " + path);
+    }
 }
 
 static void writeScript(const CommandLine& line, const LevelMap& map, const Inputs& inputs) {
     if (!line.has("--script") || inputs.empty()) return;
+    InputScript::Header header;
+    header.game = programVersion();
+    header.level = std::filesystem::path(line.getWord(0)).filename();
+    header.levelHash = RunLevel::hashOf(map);
+    header.player = "levelcheck";
     const std::string path = line.get("--script", "");
     std::ofstream file(path, std::ios::binary);
-    file << scriptOf(inputs, headerFor(line.getWord(0), map));
+    file << scriptOf(inputs, RunLevel::headerText(header));
     file.close();
     if (!file) throw std::runtime_error("cannot write " + path);
-    std::cout << "In its script the epilogue begins in frame " << epilogueFrame(inputs) << ".\n";
+    std::cout << "In the script the epilogue begins in frame " << epilogueFrame(inputs) << ".\n";
 }
 
 static void runPlay(const CommandLine& line, const Zones& zones, const LevelMap& map,
                     Findings& findings) {
     if (line.has("--newcomers")) {
         const std::string count = line.get("--newcomers", "");
-        Newcomers(map, zones, CommandLine::readNumber("--newcomers", count, 1U, 10000U))
-            .print(std::cout);
-        return;
+        return simulateNewcomers(
+            map, zones, CommandLine::readNumber("--newcomers", count, 1U, 10000U), std::cout);
     }
-    LevelCheck check(map, zones, findings, std::cout);
-    check.run();
-    if (!line.has("--script") && !line.has("--picture")) return;
     const std::string goal = line.get("--to", "");
-    const auto through = readThrough(zones, line.get("--through", ""));
-    Inputs inputs;
-    if (through.empty()) {
-        inputs = check.runTo(goal);
-    } else {
-        inputs = pathThrough(map, zones, through, goal, mostPathStates, findings);
-        inputs = simplified(map, inputs);
+    Inputs inputs = checkLevel(map, zones, goal, findings, std::cout);
+    if (line.has("--through")) {
+        const auto through = readThrough(zones, line.get("--through", ""));
+        inputs = simplified(map, pathThrough(map, zones, through, goal, findings));
     }
     writePicture(line, map, inputs);
     writeScript(line, map, inputs);
@@ -127,14 +115,20 @@ static void makeCopy(const std::string& folder) {
     std::cout << "Change the files in " << folder << ", and start " << folder << "/tarnwick.\n";
 }
 
+static void refuse(const CommandLine& line, const std::string& with,
+                   const std::vector<std::string>& excluded) {
+    for (const std::string& option : excluded) {
+        if (line.has(with) && line.has(option)) {
+            throw CommandLine::Error(with + " has no option " + option);
+        }
+    }
+}
+
 // Reads whatever names files or zones, before the long work begins.
 static Zones readOptions(const CommandLine& line) {
     if (line.getWordCount() != 1) throw CommandLine::Error("expected one level file");
-    for (const char* option : {"--zones", "--script", "--to", "--through"}) {
-        if (line.has("--scene") && line.has(option)) {
-            throw CommandLine::Error("--scene has no option " + std::string(option));
-        }
-    }
+    refuse(line, "--scene", {"--zones", "--script", "--to", "--through", "--newcomers"});
+    refuse(line, "--newcomers", {"--script", "--to", "--through", "--picture"});
     Zones zones = readZones(line.get("--zones", ""));
     for (const Zone* zone : readThrough(zones, line.get("--to", ""))) {
         if (!zone->goal) throw CommandLine::Error(zone->name + " is not a goal zone");
@@ -151,11 +145,14 @@ static int run(const CommandLine& line) {
     }
     const Zones zones = readOptions(line);
     const bool isScene = line.has("--scene");
-    Findings findings;
-    const LoadedImage picture = loadLevel(line.getWord(0), findings);
+    requireFile(line.getWord(0));
+    const LoadedImage picture = ImageLoader().loadFromFile(line.getWord(0));
     const LevelMap map(picture);
-    const WorldPoint start = isScene ? epilogueStart : playStart;
-    if (picture.pixels && checkPicture(picture, map, start, zones, findings)) {
+    Findings findings(zones);
+    if (!picture.pixels) {
+        findings.addError("the game cannot read the picture: save it as PNG, RGB, 8 bits a "
+                          "channel, with at most 65535 pixels a side and 67108864 in all");
+    } else if (checkPicture(picture, map, isScene ? epilogueStart : playStart, findings)) {
         if (isScene) {
             checkScene(map, findings);
             writePicture(line, map, {});
