@@ -134,9 +134,9 @@ void Application::handleEvent(const SDL_Event& event) {
     }
 }
 
-// Waits until 15 ms have passed since the last frame. The end of the wait counts as this frame's
-// time. If the time before the wait counted, waits of 14 and 0 ms would alternate and the game
-// would run at twice its speed. The difference is unsigned, so the clock may wrap.
+// Waits until 15 ms have passed since the last frame. This frame's time is the end of the wait. If
+// it were the time before the wait, waits of 14 and 0 ms would alternate and the game would run at
+// twice its speed. The difference is unsigned, so the clock may wrap.
 void Application::pace() {
     const std::uint32_t now = SDL_GetTicks();
     const std::uint32_t passed = now - lastFrameTicks;

@@ -50,7 +50,7 @@ void Application::onJoystickButtonUp(std::int32_t joystick, std::int32_t button)
 
 // There is no dead zone: only the value's sign chooses the direction.
 void Application::onJoystickAxis(std::int32_t joystick, std::int32_t axis, float value) {
-    // An axis with two directions ends both when it is at rest.
+    // At rest, axes 0 and 2 report both of their directions; the others report one.
     if (value == 0 && axis == 0) reportAxis(joystick, 3, 0);
     if (value == 0 && axis == 2) reportAxis(joystick, 5, 0);
     reportAxis(joystick, directionOfAxis(axis, value), std::fabs(value));

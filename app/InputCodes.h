@@ -15,6 +15,6 @@ std::int32_t inputCodeForKey(SDLKey key);
 // The code of an input of joystick 0 to 3. All inputs of any other joystick share one code.
 std::int32_t inputCodeForJoystick(std::int32_t joystick, std::int32_t joystickCode);
 
-// The direction, a joystick code from 0 to 9, that a value of an axis means. 0 counts as positive.
+// The direction, a joystick code from 0 to 9, of an axis with this value. 0 counts as positive.
 // Axes above 4 have direction 0.
 std::int32_t directionOfAxis(std::int32_t axis, float value);

@@ -68,7 +68,7 @@ void LaunchOptions::take(const Arguments& arguments) {
         std::cout << help << std::endl;
         throw FatalError{"\n"};
     }
-    // All numbers go through one stream. Text that does not parse stays in it, before later
+    // All numbers go through one stream. Text that does not parse stays in it, ahead of later
     // numbers.
     std::stringstream numbers;
     const auto numberInto = [&numbers](std::int32_t& target) {

@@ -38,8 +38,8 @@ static std::string userDirectory() {
     return path;
 }
 
-// Written beside its place and moved there whole: what is there stays for good. False if that
-// fails.
+// Writes the file beside its place and then moves it there: the game never overwrites a settings
+// file, so half a file would stay forever. Returns false if that fails.
 static bool writeDefaultSettings(const std::string& path) {
     const std::string unfinished = path + ".new";
     std::ofstream file(unfinished, std::ios::binary | std::ios::trunc);
@@ -62,7 +62,7 @@ static bool writeDefaultSettings(const std::string& path) {
 
 Settings::Settings() {
     const FilePath path(userDirectory() + fileName);
-    // Only where there is nothing, not even a link that leads nowhere.
+    // Writes a file only if nothing is there, not even a dangling link.
     std::error_code failure;
     const std::filesystem::file_status status =
         std::filesystem::symlink_status(path.text(), failure);

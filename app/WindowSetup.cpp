@@ -9,14 +9,15 @@
 #include "images/EmbeddedImages.h"
 #include "platform/Platform.h"
 
-// The library that implements SDL 1.2 on its successor reports 1.2.50 or higher. It knows Wayland.
+// The library that implements SDL 1.2 on its successor reports 1.2.50 or higher. It supports
+// Wayland.
 static constexpr Uint8 firstWaylandPatch = 50;
 
 // Without a display SDL would fall back on a text terminal and write escape codes to it. With SDL's
 // dummy driver the program prints one clear line about the window instead.
 static void chooseVideoDriver() {
-    const bool knowsWayland = SDL_Linked_Version()->patch >= firstWaylandPatch;
-    const bool wayland = knowsWayland && !Platform::environment("WAYLAND_DISPLAY").empty();
+    const bool supportsWayland = SDL_Linked_Version()->patch >= firstWaylandPatch;
+    const bool wayland = supportsWayland && !Platform::environment("WAYLAND_DISPLAY").empty();
     const std::string chosen = Platform::environment("SDL_VIDEODRIVER");
     // The compatibility library sets "x11" when it is loaded, so that may not be the user's choice.
     if ((!chosen.empty() && chosen != "x11") || Platform::hasDisplay()) return;
@@ -27,6 +28,9 @@ void setWindowEnvironment() {
     chooseVideoDriver();
     // Desktops find the game's name and icon by the window's class.
     Platform::setEnvironment("SDL_VIDEO_X11_WMCLASS", "tarnwick");
+    // Nobody types accents here, and a key that begins one would do nothing. Reading the table for
+    // composing them takes 10 ms.
+    Platform::setEnvironment("XCOMPOSEFILE", "/dev/null");
 }
 
 void setTitleAndIcon() {

@@ -12,20 +12,22 @@
 
 // On platforms whose SDL has its own entry function, SDL.h renames this one.
 int main(int argc, char* argv[]) {
+    Platform::returnFreedMemory();
     Platform::openStandardStreams();
     Platform::takeEndSignals();
-    // A start-up that fails halfway leaves SDL open.
+    // A start-up that fails halfway leaves SDL initialised.
     std::atexit(SDL_Quit);
     const std::vector<std::string> arguments(argv + (argc > 0 ? 1 : 0), argv + argc);
     try {
         Application application(arguments);
-        // Xlib calls exit if its server goes away; a second server may keep that from ending.
+        // If the X server goes away, Xlib calls exit. A sound server that does not answer could
+        // block that forever.
         std::atexit(Platform::endSoon);
         application.run();
         Platform::endSoon();
     } catch (const FatalError& error) {
         std::cout << error.text << std::endl;
-    } catch (const std::exception& error) { // no memory or no thread to be had
+    } catch (const std::exception& error) { // out of memory or threads
         std::cout << error.what() << std::endl;
         return EXIT_FAILURE;
     }

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Zlib
 #include "base/FilePath.h"
 
+#include <algorithm>
+#include <array>
 #include <iostream>
 
 #include "platform/Platform.h"
@@ -29,9 +31,13 @@ std::ifstream FilePath::open() const {
 
 std::string FilePath::readStart(std::size_t mostBytes) const {
     std::ifstream file = open();
-    std::string text(mostBytes, '\0');
-    file.read(text.data(), static_cast<std::streamsize>(mostBytes));
-    text.resize(static_cast<std::size_t>(file.gcount()));
+    std::string text;
+    std::array<char, 4096> part; // most files are far shorter than the limit
+    while (text.size() < mostBytes && file) {
+        const std::size_t wanted = std::min(part.size(), mostBytes - text.size());
+        file.read(part.data(), static_cast<std::streamsize>(wanted));
+        text.append(part.data(), static_cast<std::size_t>(file.gcount()));
+    }
     return text;
 }
 
@@ -45,13 +51,13 @@ bool FilePath::isDirectory() const {
 }
 
 std::string FilePath::getExtension() const {
-    if (path.empty() || isDirectory()) return "";
+    if (isDirectory()) return "";
     // Without a dot, rfind gives npos, and npos + 1 is 0: the whole path.
     return path.substr(path.rfind('.') + 1);
 }
 
 std::uint32_t FilePath::getEntryCount() const {
-    if (path.empty() || !isDirectory()) return 0;
+    if (!isDirectory()) return 0;
     const auto names = Platform::listDirectory(path);
     return names ? static_cast<std::uint32_t>(names->size()) : 0;
 }

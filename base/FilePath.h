@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: Zlib
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <fstream>
 #include <string>
+#include <utility>
 #include <vector>
 
 // A path as plain text, with the operations that the game needs to find its data. Nothing is
@@ -28,8 +30,8 @@ public:
     // cannot be read, the stream is not open.
     std::ifstream open() const;
 
-    // The first bytes of the regular file at the path, at most so many; empty where open fails. For
-    // text files that may be anything, in size too.
+    // The regular file at the path, or its first mostBytes bytes if it is longer; empty where open
+    // fails. For text files from anyone, which may have any size.
     std::string readStart(std::size_t mostBytes) const;
 
     // Whether a folder exists at the path. A failed query prints a line, also for a missing path.

@@ -6,10 +6,11 @@
 #include <string>
 #include <vector>
 
-// The few services of the operating system that the game needs. There is one header, and one source
-// file per platform, chosen by the build. No operation throws or prints. Call openStandardStreams,
-// takeEndSignals, setEnvironment and QuietStandardError only before the game starts a second
-// thread, since they change the whole process; call the others from any thread.
+// The few services of the operating system that the game needs. There is one header; the build
+// chooses the sources. Those about the screen are a target of their own, platform_screen. No
+// operation throws or prints. Call returnFreedMemory, openStandardStreams, takeEndSignals,
+// setEnvironment and QuietStandardError only before the game starts a second thread, since they
+// change the whole process; call the others from any thread.
 class Platform {
 public:
     // special: a pipe or a device, where reading may never end.
@@ -38,7 +39,7 @@ public:
     // fails, or if the folder exists.
     static bool makeFolder(const std::string& path);
 
-    // Whether there is a screen.
+    // Whether there is a screen. Link platform_screen for this and the next operation.
     static bool hasDisplay();
 
     struct ScreenSize {
@@ -57,20 +58,24 @@ public:
     // Sets an environment variable for this process and its libraries.
     static void setEnvironment(const std::string& name, const std::string& value);
 
+    // Makes the heap return every large block to the system as soon as it is freed. Otherwise the
+    // pictures freed at the start leave gaps that are never filled.
+    static void returnFreedMemory();
+
     // Reopens closed standard streams on the null device, so that a later descriptor (the X
     // connection) does not receive our output.
     static void openStandardStreams();
 
     // From now on a hang-up, an interrupt or a request to terminate no longer ends the process but
-    // calls endSoon and makes isEndRequested return true. Signals that are ignored stay ignored. A
+    // calls endSoon and makes isEndRequested return true. Those that are ignored already stay so. A
     // write to a closed pipe, or beyond the limit on file sizes, fails instead of ending the
     // process.
     static void takeEndSignals();
     static bool isEndRequested();
 
-    // Ends the process with status 1 in 2 seconds, unless it ends by itself before, since the
-    // server of the window or the sound may no longer answer. Later calls change nothing. Safe in a
-    // signal handler.
+    // Ends the process with status 1 in 2 seconds, unless it ends by itself before then: the server
+    // of the window or the sound may no longer answer. Later calls change nothing. Safe in a signal
+    // handler.
     static void endSoon();
 
     // Discards everything that this process writes to standard error while the object exists. If

@@ -22,8 +22,8 @@ AudioSingleton::AudioSingleton() {
     for (std::size_t i = 0; i < synths.size(); ++i) {
         loadPatch(i, patches.join(patchFiles[i]).text());
     }
-    drums = {std::make_shared<KickSynth>(), std::make_shared<ClapSynth>(),
-             std::make_shared<HatSynth>(), std::make_shared<CrashSynth>()};
+    drums = {std::make_unique<KickSynth>(), std::make_unique<ClapSynth>(),
+             std::make_unique<HatSynth>(), std::make_unique<CrashSynth>()};
     clearSteps();
     pitches = pickPitches(FilePath::getDataDirectory().join("pitches"));
     cursor.setCallback(this);
@@ -41,7 +41,7 @@ void AudioSingleton::clearSteps() {
 }
 
 // `callback` and `inBar` are sequentially consistent: both threads see their loads and stores in
-// one order. With a weaker order each thread could miss the other's store.
+// the same order. With a weaker order each thread could miss the other's store.
 void AudioSingleton::setCallback(Callback* listener) {
     callback.store(listener, std::memory_order_seq_cst);
     while (inBar.load(std::memory_order_seq_cst)) std::this_thread::yield();

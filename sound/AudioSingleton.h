@@ -21,7 +21,7 @@
 // pitches. Track: a row of the grid; 0 to 3 are the banks "SeqBass", "SeqPad", "SeqHi" and
 // "SeqDuck", 4 to 7 kick, clap, hat and crash. The bank "Bom" has no track.
 //
-// There are two threads and no lock: the main thread builds it and writes notes, the audio thread
+// There are two threads and no lock: the main thread builds it and writes notes; the audio thread
 // runs process and the bar events. Nothing on the audio thread allocates or waits.
 class AudioSingleton : public SequencerCursor::Callback {
 public:
@@ -46,13 +46,13 @@ public:
     static AudioSingleton& instance();
 
     // Writes a note into a cell, or a rest if the cell holds that note already. On a drum's track
-    // an even note is the normal hit and an odd note the alternate one.
+    // an even note is the normal hit and an odd note the alternate one. Any thread.
     void toggleStep(std::int32_t track, std::int32_t step, std::int32_t note);
 
-    // Writes rests into all cells.
+    // Writes rests into all cells. Main thread.
     void clearSteps();
 
-    // Starts a new bar at the next sample.
+    // Starts a new bar at the next sample. Main thread.
     void rewindBar() { cursor.rewind(); }
 
     // Sets the listener for bars; not owned, may be null. Main thread. When the call returns, no
@@ -83,7 +83,7 @@ private:
 
     SequencerCursor cursor;
     std::array<PolyphonicSynth<SimpleSynth>, patchFiles.size()> synths;
-    std::array<std::shared_ptr<Synthesizer>, 4> drums;
+    std::array<std::unique_ptr<Synthesizer>, 4> drums;
     std::array<std::array<SharedValue<std::int32_t>, steps>, tracks> notes;
     PitchTable pitches = {}; // hertz
     std::atomic<Callback*> callback = nullptr;

@@ -16,7 +16,7 @@ private:
 
     bool active = false;
     std::int32_t sampleOffset = 0;
-    std::int32_t bursts = 3; // restarts of the envelope left
+    std::int32_t bursts = 3; // how often the envelope still restarts
     float envelope = 0;
     float z1 = 0;
     float z2 = 0;

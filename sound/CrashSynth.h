@@ -22,7 +22,7 @@ private:
     std::int32_t sampleOffset = 0;
     float envelope = 0;
     float z = 0;
-    float coefficient = 0.99f; // also tells which hit sounds
+    float coefficient = 0.99f; // also shows which hit this is
     std::array<float, 64> delayLine = {};
     std::int32_t writeIndex = 0;
 };

@@ -3,7 +3,7 @@
 
 #include <cstdint>
 
-// The sample loop of all drums, from the offset to the end of the buffer: `step(sample)` computes
+// The sample loop of all drums, from the offset to the end of the buffer. `step(sample)` computes
 // the next sample, or returns false when the hit is over. The offset applies to one buffer only.
 template <typename Step>
 void renderDrum(float* output, std::int32_t frames, std::int32_t& sampleOffset, Step step) {

@@ -2,7 +2,6 @@
 #pragma once
 
 #include <cmath>
-#include <limits>
 
 // A resonant low-pass filter of four equal stages with feedback, 24 dB an octave, and a soft clip
 // of the last stage inside the loop: the well-known digital model of a transistor ladder. If a very
@@ -27,17 +26,15 @@ public:
 
     // Filters one sample.
     float process(float input) {
-        constexpr double infinity = std::numeric_limits<double>::infinity();
         x = input - r * y4;
-        if (x == -infinity) clear();
+        if (x == -HUGE_VAL) clear();
         y1 = p * x + p * oldX - k * y1;
         y2 = p * y1 + p * oldY1 - k * y2;
         y3 = p * y2 + p * oldY2 - k * y3;
         y4 = p * y3 + p * oldY3 - k * y4;
         if (std::isnan(y4)) clear();
         y4 = y4 - y4 * y4 * y4 / 6.0;
-        if (y4 == -infinity) clear();
-        if (y4 == infinity) clear();
+        if (std::isinf(y4)) clear();
         oldX = x;
         oldY1 = y1;
         oldY2 = y2;

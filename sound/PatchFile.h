@@ -21,7 +21,7 @@ public:
         float number;
     };
 
-    // If the file cannot be read, or line 23 has another number, a line is printed and there are no
+    // If the file cannot be read, or line 23 has another number, prints a line and leaves no
     // values. A value line without a finite number is skipped but counted.
     PatchFile(const std::string& path, std::int32_t parameterCount);
 
@@ -31,5 +31,5 @@ private:
     static std::int32_t readCount(std::istream& file);
     void readValues(std::istream& file);
 
-    std::vector<Value> values;
+    std::vector<Value> values; // at most 1000
 };

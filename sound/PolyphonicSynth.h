@@ -7,7 +7,7 @@
 
 #include "sound/PatchFile.h"
 
-// A bank of 32 voices that share a patch. A note goes to the free voice with the lowest index; if
+// A bank of voices that share a patch. A note goes to the free voice with the lowest index; if
 // none is free the note is dropped. A note that sounds is never cut off. AudioSingleton owns the
 // banks. A patch is loaded before the stream starts; then render and noteOn run on the audio thread
 // (noteOn also on the main thread, for the bank without a track).
@@ -38,5 +38,5 @@ public:
 private:
     friend class Inspector;
 
-    std::array<Voice, 32> voices;
+    std::array<Voice, Voice::bankSize> voices;
 };

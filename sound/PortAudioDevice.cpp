@@ -29,7 +29,7 @@ static PortAudioDevice* playing = nullptr;
 // Counts the buffers asked for, and wraps; written by the audio thread.
 static std::atomic<std::uint32_t> buffersAsked = 0;
 
-// The server of the stream has died, so that the stream could not be closed.
+// The stream's server seems to have died, so the stream was not closed.
 static std::atomic<bool> abandoned = false;
 
 void PortAudioDevice::setChannels(std::int32_t input, std::int32_t output) {
@@ -52,7 +52,7 @@ static void choosePeriod() {
     if (Platform::environment(periodSize).empty()) Platform::setEnvironment(periodSize, "512");
 }
 
-// The libraries that PortAudio uses print a hundred lines about devices that they did not find.
+// The libraries that PortAudio uses print a hundred lines about devices that are not there.
 static PaError initializeQuietly() {
     const Platform::QuietStandardError quiet;
     return Pa_Initialize();
@@ -160,7 +160,7 @@ int PortAudioDevice::fillBuffer(const void* input, void* output, unsigned long f
                                 const PaStreamCallbackTimeInfo* /*time*/,
                                 PaStreamCallbackFlags /*flags*/, void* userData) {
     buffersAsked.store(buffersAsked.load(std::memory_order_relaxed) + 1, std::memory_order_relaxed);
-    if (abandoned) return paContinue; // the server was only stopped; the callback may be gone
+    if (abandoned) return paContinue; // the server was only paused; the callback may be gone
     if (auto* source = static_cast<PortAudioCallback*>(userData)) {
         source->fillBuffer(input, static_cast<float*>(output), static_cast<std::uint32_t>(frames));
     }

@@ -39,7 +39,7 @@ public:
     bool open();
 
     // Ends the stream if it is open. When the call returns the callback is no longer running, even
-    // if the sound server has died. A server that is only stopped can delay the call for half a
+    // if the sound server has died. A server that is only paused can delay the call for half a
     // minute.
     void close();
 

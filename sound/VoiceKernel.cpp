@@ -71,7 +71,7 @@ void VoiceKernel::renderBlock(Voices voices, float* output, std::size_t frames) 
     }
 }
 
-// May return false for a voice that is only just steady: the bits are the same either way.
+// May return false for a voice that is only just steady; the bits are the same either way.
 bool VoiceKernel::isSteady(const SimpleSynth& voice, std::size_t frames) {
     constexpr float highest = SimpleSynth::sampleRate; // hertz; a whole row of the table a sample
     // If it ended earlier in this buffer, the main thread may be writing its next note.

@@ -11,9 +11,9 @@
 #include "sound/VoiceStages.h"
 
 // Renders the voices of a bank together, several times faster than one by one and with the same
-// bits. Three words are used for this:
+// bits. The terms:
 //   block   up to 64 frames; a voice that neither waits nor comes near its end in a block is steady
-//   lane    the place of a steady voice in vectors that hold a number of each voice (VoiceLanes)
+//   lane    the place of a steady voice in vectors that hold one number per voice (VoiceLanes)
 //   chunk   up to 16 frames of a block, the unit that goes through the stages of a voice
 // Steady voices are rendered side by side (VoiceStages). Every other voice, and a voice whose
 // filter blows up in a block and must recover, goes through SimpleSynth::render for that block. The

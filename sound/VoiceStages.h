@@ -7,7 +7,7 @@
 #include "sound/VoiceLanes.h"
 
 // Renders steady voices side by side with vector instructions, for VoiceKernel, which defines the
-// words. One source file is for x86-64, the other for builds without vector instructions.
+// terms. One source file is for x86-64, the other for builds without vector instructions.
 class VoiceStages {
 public:
     enum class Level { scalar, sse2, avx2 };
@@ -21,7 +21,7 @@ public:
 
     // Renders up to a block of frames of the first `width` lanes (a result of the operation above):
     // advances their state and writes their sound, the same bits as SimpleSynth::render. A filter
-    // that blows up does not recover here: if y4 is not finite afterwards, the lane is useless.
+    // that blows up does not recover here: if y4 is not finite afterwards, discard the lane.
     static void run(Level level, std::size_t width, VoiceLanes& lanes, std::size_t frames);
 
     // Adds the first `frames` samples of each sound, in order, to both channels of interleaved

@@ -17,7 +17,7 @@
 //   3. drive        tanh, level and gain; and the samples sorted by voice instead of by frame
 //
 // All operations come in the order of the scalar voice, so the bits are the same; a choice between
-// two values computes both. In the filter each of some twenty operations waits for the one before,
+// two values computes both. In the filter each of about twenty operations waits for the one before,
 // so two registers of voices are faster: one computes while the other waits.
 template <std::size_t lanes, std::size_t registers>
 class VoiceStages::Renderer {
@@ -134,7 +134,7 @@ private:
         return base + envelope * reach + SimpleSynth::cutoffFloor;
     }
 
-    // Stores the table entry at the phase, returns the fraction behind it, and advances the phase.
+    // Stores the table entry at the phase, returns the fraction after it, and advances the phase.
     VECTOR_INLINE Floats follow(Floats& phase, Floats increment, Ints firstRead,
                                 std::uint32_t* read) {
         const Ints entry = __builtin_convertvector(phase, Ints);
@@ -182,7 +182,7 @@ private:
         storeVector(&voices.phase2[at], phase2);
     }
 
-    // Saw, next saw, square and next square of each voice: one load reads all four of a voice.
+    // The saw, next saw, square and next square of each voice; one load reads all four of a voice.
     VECTOR_INLINE void readAll(const WaveTables::Read* waves, const std::uint32_t* reads,
                                Floats (&entries)[4]) {
         using Four = Vectors<4>::Floats;

@@ -12,7 +12,7 @@
 
 #include "platform/Platform.h"
 
-// What is found at a path, and what is printed meanwhile.
+// What is found at a path, and what the queries print.
 static std::string describe(const FilePath& path) {
     testing::internal::CaptureStdout();
     std::string text = path.exists() ? "exists " : "";

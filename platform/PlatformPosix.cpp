@@ -1,10 +1,9 @@
 // SPDX-License-Identifier: Zlib
 #include "platform/Platform.h"
 
-#include <X11/Xlib.h>
-#include <X11/extensions/Xrandr.h>
 #include <dirent.h>
 #include <fcntl.h>
+#include <malloc.h>
 #include <pwd.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -81,45 +80,6 @@ bool Platform::makeFolder(const std::string& path) {
     return mkdir(path.c_str(), forTheUser) == 0;
 }
 
-using OpenDisplay = std::unique_ptr<Display, int (*)(Display*)>;
-
-static OpenDisplay openDisplay() {
-    return {XOpenDisplay(nullptr), XCloseDisplay};
-}
-
-bool Platform::hasDisplay() {
-    return openDisplay() != nullptr;
-}
-
-Platform::ScreenSize Platform::primaryScreenSize() {
-    ScreenSize size;
-    const OpenDisplay display = openDisplay();
-    if (!display) return size;
-    const int screen = DefaultScreen(display.get());
-    size = {DisplayWidth(display.get(), screen), DisplayHeight(display.get(), screen)};
-    const Window root = RootWindow(display.get(), screen);
-    int eventBase = 0;
-    int errorBase = 0;
-    int major = 0;
-    int minor = 0;
-    const bool knowsOutputs = XRRQueryExtension(display.get(), &eventBase, &errorBase) &&
-                              XRRQueryVersion(display.get(), &major, &minor) &&
-                              (major > 1 || (major == 1 && minor >= 3));
-    if (!knowsOutputs) return size;
-    const std::unique_ptr<XRRScreenResources, void (*)(XRRScreenResources*)> resources(
-        XRRGetScreenResourcesCurrent(display.get(), root), XRRFreeScreenResources);
-    if (!resources) return size;
-    const RROutput primary = XRRGetOutputPrimary(display.get(), root);
-    if (primary == None) return size;
-    const std::unique_ptr<XRROutputInfo, void (*)(XRROutputInfo*)> output(
-        XRRGetOutputInfo(display.get(), resources.get(), primary), XRRFreeOutputInfo);
-    if (!output || output->crtc == None) return size;
-    const std::unique_ptr<XRRCrtcInfo, void (*)(XRRCrtcInfo*)> area(
-        XRRGetCrtcInfo(display.get(), resources.get(), output->crtc), XRRFreeCrtcInfo);
-    if (area) size = {static_cast<int>(area->width), static_cast<int>(area->height)};
-    return size;
-}
-
 std::int64_t Platform::calendarSeconds() {
     return std::time(nullptr);
 }
@@ -131,6 +91,17 @@ std::string Platform::environment(const std::string& name) {
 
 void Platform::setEnvironment(const std::string& name, const std::string& value) {
     setenv(name.c_str(), value.c_str(), 1);
+}
+
+void Platform::returnFreedMemory() {
+#ifdef __GLIBC__
+    // By default the first threshold grows whenever a large block is freed; once set, it stays. The
+    // second must exceed what a frame frees, or each frame would shrink the heap and enlarge it
+    // again.
+    constexpr int largeBlock = 1 << 20; // bytes
+    mallopt(M_MMAP_THRESHOLD, largeBlock);
+    mallopt(M_TRIM_THRESHOLD, largeBlock);
+#endif
 }
 
 void Platform::openStandardStreams() {
