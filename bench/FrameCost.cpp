@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: Zlib
 // frame_cost [ARGUMENTS]: measures what a frame of play costs until GL has finished it, along a run
-// through the shipped level. Frames of the game take turns with frames that leave nothing out, and
-// later with frames under the vortex, so other load on the machine affects both. It compares
-// processor time of all threads of the program, including those of software GL. Prints the medians,
-// and fails if a frame of the game is too expensive in comparison. Arguments of the game choose the
-// window's size.
+// through the shipped level, and what one costs under the vortex. They take turns with frames that
+// only blend gradients over the screen, and those of the title and the epilogue with frames of
+// play, so other load on the machine affects both. It compares processor time of all threads of the
+// program, including those of software GL. Prints the medians, and fails if a frame of the game is
+// too expensive in comparison. Arguments of the game choose the window's size.
 #include <GL/glew.h>
 
 #include <algorithm>
@@ -18,19 +18,26 @@
 #include "app/Application.h"
 #include "base/Noise.h"
 #include "drawing/OpenGLDrawer.h"
+#include "screens/Epilogue.h"
 #include "screens/GamePlay.h"
+#include "screens/TitleScreen.h"
 #include "tests/support/GoalRun.h"
-#include "tests/support/LiteralPlay.h"
 #include "tools/Inspector.h"
 
-static constexpr double mostOfLiteral = 0.5; // of a frame with nothing left out
-static constexpr double mostOfVortex = 1.6;  // a late frame of the vortex, of one without it
-static constexpr double goal = 14;           // ms on an idle machine with two cores; printed only
+static constexpr double mostOfGradients = 0.4; // of a frame of so many gradients:
+static constexpr int gradients = 9;
+static constexpr double mostOfVortex = 0.6; // a late frame of the vortex, of the same gradients
+static constexpr double mostOfPlay = 1.2;   // a frame of the other screens, of one of the play
+static constexpr double goal = 14;          // ms on an idle machine with two cores; printed only
 
 static constexpr std::size_t segments = 4;       // of the run, spread over it
 static constexpr std::size_t segmentFrames = 32; // consecutive frames
 static constexpr int vortexFrames = 100;
 static constexpr int vortexDrawings = 200; // one more ends the play
+static constexpr int turns = 10;           // of play and another screen
+static constexpr int turnFrames = 10;
+static constexpr int titlePages = 5;       // to the last, which shows the most
+static constexpr int epilogueFrames = 500; // until all its texts are shown
 
 using Run = std::vector<GoalRun::Frame>;
 
@@ -68,33 +75,38 @@ static bool report(const char* what, double time, double base, double most) {
     return good;
 }
 
-static bool compareWithLiteral(OpenGLDrawer& drawer, GamePlay& play, const Run& run) {
-    LiteralPlay literal;
+struct Gradients {
+    void draw(OpenGLDrawer& drawer) {
+        for (int i = 0; i < gradients; ++i) {
+            drawer.fillGradient(0, 0, 1280, 720, 112, 96, 128, 128, 255, 255, 255, 128);
+        }
+    }
+};
+
+static bool compareWithGradients(OpenGLDrawer& drawer, GamePlay& play, const Run& run) {
+    Gradients gradientsOnly;
     std::vector<double> passed;
-    std::vector<double> shortened;
-    std::vector<double> whole;
+    std::vector<double> played;
+    std::vector<double> yardsticks;
     for (std::size_t segment = 0; segment < segments; ++segment) {
         const std::size_t first = (run.size() - segmentFrames) * (segment + 1) / segments;
         for (std::size_t i = 0; i < segmentFrames; ++i) {
-            const Inspector::Motion& motion = run[first + i].before;
-            Inspector::setMotion(Inspector::player(play), motion);
-            Inspector::setMotion(literal.runner(), motion);
+            Inspector::setMotion(Inspector::player(play), run[first + i].before);
             const FrameTime time = drawFrame(drawer, play);
-            const FrameTime literalTime = drawFrame(drawer, literal);
+            const FrameTime yardstick = drawFrame(drawer, gradientsOnly);
             if (i == 0) continue; // warm-up
             passed.push_back(time.passed);
-            shortened.push_back(time.processor);
-            whole.push_back(literalTime.processor);
+            played.push_back(time.processor);
+            yardsticks.push_back(yardstick.processor);
         }
     }
     std::cout << "A frame of play: " << median(passed) << " ms, " << passed.size() << " frames; "
               << goal << " ms or less on an idle machine" << std::endl;
-    return report("  compared with everything drawn: ", median(shortened), median(whole),
-                  mostOfLiteral);
+    return report("  compared with gradients: ", median(played), median(yardsticks),
+                  mostOfGradients);
 }
 
-static bool compareWithVortex(OpenGLDrawer& drawer, GamePlay& play, GamePlay& ending,
-                              const Run& run) {
+static bool compareVortexWithGradients(OpenGLDrawer& drawer, GamePlay& ending, const Run& run) {
     Inspector::setMotion(Inspector::player(ending), run.back().before);
     if (run.back().action) ending.keyPressed("Action", nullptr);
     drawFrame(drawer, ending);
@@ -103,16 +115,31 @@ static bool compareWithVortex(OpenGLDrawer& drawer, GamePlay& play, GamePlay& en
         return false;
     }
     for (int i = 1; i < vortexDrawings - vortexFrames; ++i) drawFrame(drawer, ending);
-    std::vector<double> plain;
+    Gradients gradientsOnly;
+    std::vector<double> yardsticks;
     std::vector<double> closing;
     for (std::size_t i = 0; i < vortexFrames; ++i) {
-        Inspector::setMotion(Inspector::player(play),
-                             run[(run.size() - 1) * i / vortexFrames].before);
-        plain.push_back(drawFrame(drawer, play).processor);
+        yardsticks.push_back(drawFrame(drawer, gradientsOnly).processor);
         closing.push_back(drawFrame(drawer, ending).processor);
     }
-    return report("  with the vortex, compared with none: ", median(closing), median(plain),
+    return report("  the vortex, compared with gradients: ", median(closing), median(yardsticks),
                   mostOfVortex);
+}
+
+// Screens take turns of several frames, since a change of the backdrop is expensive.
+template <typename Screen>
+static bool compareWithPlay(const char* what, OpenGLDrawer& drawer, GamePlay& play, Screen& screen,
+                            const Run& run) {
+    std::vector<double> played;
+    std::vector<double> others;
+    for (std::size_t turn = 0; turn < turns; ++turn) {
+        Inspector::setMotion(Inspector::player(play), run[(run.size() - 1) * turn / turns].before);
+        drawFrame(drawer, play);
+        for (int i = 0; i < turnFrames; ++i) played.push_back(drawFrame(drawer, play).processor);
+        drawFrame(drawer, screen);
+        for (int i = 0; i < turnFrames; ++i) others.push_back(drawFrame(drawer, screen).processor);
+    }
+    return report(what, median(others), median(played), mostOfPlay);
 }
 
 int main(int argc, char* argv[]) {
@@ -129,7 +156,15 @@ int main(int argc, char* argv[]) {
     GamePlay play(application);
     GamePlay ending(application);
     std::cout << std::fixed << std::setprecision(2);
-    const bool leavesOut = compareWithLiteral(drawer, play, run);
-    const bool closesWell = compareWithVortex(drawer, play, ending, run);
-    return leavesOut && closesWell ? 0 : 1;
+    const bool isFast = compareWithGradients(drawer, play, run);
+    const bool closesWell = compareVortexWithGradients(drawer, ending, run);
+    TitleScreen title(application);
+    for (int page = 0; page < titlePages; ++page) title.keyPressed("Action", nullptr);
+    const bool beginsWell =
+        compareWithPlay("  the title, compared with the play: ", drawer, play, title, run);
+    Epilogue epilogue(application);
+    for (int i = 0; i < epilogueFrames; ++i) drawFrame(drawer, epilogue);
+    const bool endsWell =
+        compareWithPlay("  the epilogue, compared with the play: ", drawer, play, epilogue, run);
+    return isFast && closesWell && beginsWell && endsWell ? 0 : 1;
 }

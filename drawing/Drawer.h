@@ -70,8 +70,9 @@ public:
     // tightly packed (3 x window width x window height bytes).
     virtual std::unique_ptr<std::uint8_t[]> readScreen() = 0;
 
-    // Makes the shader program current (0: none) and sets its parameter. Opaque rectangles,
-    // gradients and tiles are not blended, so an alpha that a program gives them is lost.
+    // Makes the shader program current (0: none) and sets its parameter. Opaque rectangles and
+    // gradients are not blended, nor are tiles as a rule, so an alpha that a program gives them is
+    // lost.
     virtual void setShaderParam(std::uint32_t /*program*/, float /*value*/) {}
     // Sets the second texture of drawTexture, drawTextureRegion and drawPolygon until endFrame.
     virtual void setSecondTexture(std::uint32_t /*handle*/) {}

@@ -7,8 +7,9 @@ static Uint16 codeOf(char character) {
     return static_cast<unsigned char>(character);
 }
 
+// If SDL_ttf is not initialised, TTF_OpenFont fails, but also leaks the opened file.
 FontFile::FontFile(const std::string& path, int size)
-    : font(TTF_OpenFont(path.c_str(), size), TTF_CloseFont) {}
+    : font(TTF_WasInit() ? TTF_OpenFont(path.c_str(), size) : nullptr, TTF_CloseFont) {}
 
 FontFile::Metrics FontFile::measure(char character) const {
     Metrics metrics;

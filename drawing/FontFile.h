@@ -7,8 +7,9 @@
 #include <memory>
 #include <string>
 
-// A TrueType file, opened by SDL_ttf at one size. Characters are single bytes, all sizes are in
-// pixels. SDL_ttf must be initialised. A font owns it while it builds its atlas. Main thread.
+// A TrueType file, opened by SDL_ttf at one size. Characters are single bytes; all sizes are in
+// pixels. It stays closed if SDL_ttf is not initialised or cannot read it; a closed one may only be
+// asked isOpen. A font owns it while it builds its atlas. Main thread.
 class FontFile {
 public:
     // Of one character; x counts from the pen to the right, y from the baseline upward.

@@ -12,8 +12,11 @@ GlyphAtlas::GlyphAtlas(int side, int width, int height)
           std::bit_ceil(static_cast<std::uint32_t>(std::max({side, width, height}))))) {
     const std::size_t bytes =
         static_cast<std::size_t>(size) * static_cast<std::size_t>(size) * pixelBytes;
-    pixels = std::make_unique<std::uint8_t[]>(bytes);
-    for (std::size_t i = 0; i < bytes; ++i) pixels[i] = i % pixelBytes == 3 ? 0 : 255;
+    pixels.reset(new std::uint8_t[bytes]); // make_unique would clear it first
+    constexpr std::uint8_t clearWhite[pixelBytes] = {255, 255, 255, 0};
+    for (std::size_t i = 0; i < bytes; i += pixelBytes) {
+        std::memcpy(pixels.get() + i, clearWhite, pixelBytes); // byte by byte it would take 10 ms
+    }
 }
 
 void GlyphAtlas::copy(const SDL_Surface& surface, int left, int top) {

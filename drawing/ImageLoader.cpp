@@ -4,14 +4,20 @@
 #include <SDL.h>
 #include <SDL_image.h>
 
+#include <cstring>
 #include <limits>
 #include <new>
 
 #include "drawing/PictureFile.h"
 
 static void copyPixel(const Uint8* source, int sourceBytes, std::uint8_t* target) {
-    for (int channel = 0; channel < sourceBytes; ++channel) target[channel] = source[channel];
-    if (sourceBytes == 3) target[3] = 255;
+    // Copying a fixed number of bytes is much faster.
+    if (sourceBytes == 4) {
+        std::memcpy(target, source, 4);
+    } else {
+        std::memcpy(target, source, 3);
+        target[3] = 255;
+    }
 }
 
 static LoadedImage convert(SDL_Surface* surface) {

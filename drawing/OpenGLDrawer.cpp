@@ -92,10 +92,11 @@ void OpenGLDrawer::resizeWindow(std::uint16_t width, std::uint16_t height) {
     setFixedState();
 }
 
-// Opens the window, if need be with less than was asked for, and stores its actual size.
+// Opens the window, with fewer samples or pixels if necessary, and stores its actual size.
 bool OpenGLDrawer::openSurface(bool fullscreen, std::int32_t multisample) {
     const SDL_VideoInfo* video = SDL_GetVideoInfo();
     setAttributes(video, multisample);
+    multisampled = multisample > 0;
     Uint32 flags = SDL_OPENGL;
     if (fullscreen) {
         flags |= SDL_FULLSCREEN;
@@ -108,13 +109,12 @@ bool OpenGLDrawer::openSurface(bool fullscreen, std::int32_t multisample) {
 
     const bool mayShrink =
         fullscreen && (desktopWidth != windowWidth || desktopHeight != windowHeight);
-    const auto open = [&](const std::string& samples) {
+    const auto open = [&](const std::string& samples) -> const SDL_Surface* {
         const SDL_Surface* opened = SDL_SetVideoMode(windowWidth, windowHeight, 0, flags);
         if (opened || !mayShrink || !hasScreen()) return opened;
         std::cout << "OpenGLDrawer: No window of " << windowWidth << " by " << windowHeight
                   << samples << ", trying the desktop's size." << std::endl;
-        opened = SDL_SetVideoMode(desktopWidth, desktopHeight, 0, flags);
-        return opened;
+        return SDL_SetVideoMode(desktopWidth, desktopHeight, 0, flags);
     };
 
     const std::string samples = " with " + std::to_string(multisample) + " samples";
@@ -123,6 +123,7 @@ bool OpenGLDrawer::openSurface(bool fullscreen, std::int32_t multisample) {
         std::cout << "OpenGLDrawer: No window" << samples << ", trying without." << std::endl;
         SDL_GL_SetAttribute(SDL_GL_MULTISAMPLEBUFFERS, 0);
         SDL_GL_SetAttribute(SDL_GL_MULTISAMPLESAMPLES, 0);
+        multisampled = false;
         surface = open("");
     }
     if (!surface) return false;

@@ -84,8 +84,15 @@ public:
     const TextureRecord* textureRecord(std::uint32_t handle) const { return textures.find(handle); }
 
     // Declares that everything painted from now on is opaque. In blend mode 0 it is then painted
-    // without blending: the same pixels in half the time. Callers must restore false.
+    // without blending: the same pixels, but faster. Callers must restore false.
     void setOpaque(bool opaque);
+
+    // Declares that everything painted from now on is white, so that a texture shows unchanged: the
+    // same pixels, but faster. Callers must restore false.
+    void setUntinted(bool untinted);
+
+    // Whether the window has several samples a pixel.
+    bool isMultisampled() const { return multisampled; }
 
     // Draws a cell of a sheet of 128 by 128 pixels that the caller has bound to unit 0. u, v, du,
     // dv are texture coordinates of a window that lies 0.001 inside the cell on each side.
@@ -94,10 +101,9 @@ public:
 
     // Paints a background over the whole screen, first in a frame. The first time it calls `paint`;
     // while `number` (0 or above) and the window's size stay the same, it then shows a copy of what
-    // `paint` painted. A copy may lack a band in the middle, hiddenWidth units wide, that the
-    // caller will cover. Without memory for a copy it calls `paint` every time. Returns whether
-    // there is a copy.
-    bool drawBackground(int number, float hiddenWidth, const std::function<void()>& paint);
+    // `paint` painted. Without memory for a copy it calls `paint` every time. Returns whether there
+    // is a copy.
+    bool drawBackground(int number, const std::function<void()>& paint);
 
 private:
     // A fan: element 0 is the centre, the rim follows in order. All four have `count` elements.
@@ -137,10 +143,13 @@ private:
 
     void fitPicture();
     void setPictureViewport();
-    void copyBackground();
+    void showBackground();
+    bool copyBackground(); // false without memory for a copy
+    void makeBackgroundBuffer();
     void dropBackground();
 
     void makeFrameBuffer();
+    void sizeFrameBuffer(GLuint pictureName);
     void deleteFrameBuffer();
 
     void findShaders();
@@ -160,12 +169,15 @@ private:
     float viewportW = 1024;
     float viewportH = 768;
     int blendMode = 0;
-    GLuint backgroundCopy = 0; // GL texture of the picture's size, 0 for none
-    int backgroundNumber = -1; // of the copy, -1 for none
+    bool multisampled = false;
+    GLuint backgroundCopy = 0;   // GL texture of the picture's size, 0 for none
+    GLuint backgroundBuffer = 0; // the copy as a frame buffer, 0 for none
+    int backgroundNumber = -1;   // of the copy, -1 for none
     bool canCopyBackground = true;
     GLuint frameBuffer = 0;
     GLuint depthBuffer = 0;            // of the frame buffer
     std::uint32_t offscreenHandle = 0; // the frame buffer's picture in `textures`
+    bool offscreenSized = false;       // if not, picture and depth buffer have a single pixel
     bool shaderSupport = true;
     ShaderCalls shaderCalls;
     bool hasContext = false;

@@ -16,8 +16,8 @@ static std::vector<float> boxFractions(const std::vector<float>& values) {
     float minimum = 10000;
     float maximum = -10000;
     for (std::size_t i = 1; i < values.size(); ++i) {
-        // A value that lowers the minimum never raises the maximum, so the maximum of points that
-        // only fall stays unset. That decides how such a mesh is textured, so keep it.
+        // A value that lowers the minimum never raises the maximum, so the maximum of values that
+        // only fall stays unset. Keep it so: it decides how such a mesh is textured.
         if (values[i] < minimum) {
             minimum = values[i];
         } else if (values[i] > maximum) {
@@ -153,4 +153,9 @@ void OpenGLDrawer::setOpaque(bool opaque) {
     } else {
         glEnable(GL_BLEND);
     }
+}
+
+void OpenGLDrawer::setUntinted(bool untinted) {
+    if (!hasContext) return;
+    glTexEnvi(GL_TEXTURE_ENV, GL_TEXTURE_ENV_MODE, untinted ? GL_REPLACE : GL_MODULATE);
 }

@@ -6,7 +6,7 @@
 
 static constexpr float glyphTextUnits = 32;     // side of a glyph in drawText at scale 1
 static constexpr float tileSheetSide = 128;     // pixels
-static constexpr float tileWindowLoss = 0.002f; // by which the window of a tile is smaller
+static constexpr float tileWindowLoss = 0.002f; // cell minus window, in texture coordinates
 
 std::uint32_t OpenGLDrawer::createTexture(PixelBuffer pixels, std::uint32_t imageWidth,
                                           std::uint32_t imageHeight) {

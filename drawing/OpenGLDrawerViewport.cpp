@@ -6,7 +6,9 @@
 #include <GL/glu.h>
 #include <SDL.h>
 
+#include <algorithm>
 #include <iostream>
+#include <new>
 
 #include "drawing/TexturedQuad.h"
 
@@ -46,53 +48,88 @@ void OpenGLDrawer::setPictureViewport() {
 
 // --- the background
 
-bool OpenGLDrawer::drawBackground(int number, float hiddenWidth,
-                                  const std::function<void()>& paint) {
+bool OpenGLDrawer::drawBackground(int number, const std::function<void()>& paint) {
     if (!hasContext) return false;
-    if (number != backgroundNumber) {
-        paint();
-        backgroundNumber = -1;
-        if (canCopyBackground) copyBackground();
-        if (canCopyBackground) backgroundNumber = number;
-        return canCopyBackground;
+    if (number == backgroundNumber) {
+        showBackground();
+        return true;
     }
-    // Each texel lies on a pixel. Replacing instead of multiplying with white saves time.
-    glBindTexture(GL_TEXTURE_2D, backgroundCopy);
-    glTexEnvi(GL_TEXTURE_ENV, GL_TEXTURE_ENV_MODE, GL_REPLACE);
-    setOpaque(true);
-    const float right = width;
-    const float bottom = height;
-    if (hiddenWidth <= 0) {
-        paintQuad({0, 1, 1, 0}, {0, 0, right, bottom});
-    } else if (hiddenWidth < right) {
-        const float strip = (right - hiddenWidth) / 2;
-        const float u = strip / right;
-        paintQuad({0, 1, u, 0}, {0, 0, strip, bottom});
-        paintQuad({1 - u, 1, 1, 0}, {right - strip, 0, right, bottom});
-    }
-    setOpaque(false);
-    glTexEnvi(GL_TEXTURE_ENV, GL_TEXTURE_ENV_MODE, GL_MODULATE);
-    glBindTexture(GL_TEXTURE_2D, 0);
-    return true;
+    paint();
+    if (canCopyBackground) canCopyBackground = copyBackground();
+    backgroundNumber = canCopyBackground ? number : -1;
+    return canCopyBackground;
 }
 
-// A copy of the screen is exact. A picture painted off screen may differ by rounding.
-void OpenGLDrawer::copyBackground() {
-    if (backgroundCopy == 0) {
-        backgroundCopy = TextureTable::upload(nullptr, 1, 1, GL_NEAREST, GL_CLAMP_TO_EDGE);
+// With software GL, a quad of the screen's size takes as long as all that is drawn over it. Copying
+// between frame buffers takes a quarter of that.
+void OpenGLDrawer::showBackground() {
+    if (backgroundBuffer != 0) {
+        const GLint left = viewportX();
+        const GLint bottom = viewportY();
+        const GLint w = viewportWidth();
+        const GLint h = viewportHeight();
+        glBindFramebufferEXT(GL_READ_FRAMEBUFFER_EXT, backgroundBuffer);
+        glBlitFramebufferEXT(0, h, w, 0, left, bottom, left + w, bottom + h, GL_COLOR_BUFFER_BIT,
+                             GL_NEAREST);
+        glBindFramebufferEXT(GL_READ_FRAMEBUFFER_EXT, 0);
+        return;
     }
-    glGetError(); // forget an earlier error
-    glBindTexture(GL_TEXTURE_2D, backgroundCopy);
-    glCopyTexImage2D(GL_TEXTURE_2D, 0, GL_RGBA8, viewportX(), viewportY(), viewportWidth(),
-                     viewportHeight(), 0);
+    glBindTexture(GL_TEXTURE_2D, backgroundCopy); // each texel lies on a pixel
+    setUntinted(true);
+    setOpaque(true);
+    paintQuad({0, 0, 1, 1}, {0, 0, static_cast<float>(width), static_cast<float>(height)});
+    setOpaque(false);
+    setUntinted(false);
     glBindTexture(GL_TEXTURE_2D, 0);
-    if (glGetError() == GL_NO_ERROR) return;
+}
+
+// A copy of the screen is exact; a picture painted off screen may differ by rounding. The copy goes
+// through main memory, since software GL would first compile a program to copy to a texture. Its
+// top row comes first, and blue before red, as in most windows: then the driver copies whole rows.
+bool OpenGLDrawer::copyBackground() {
     dropBackground();
-    canCopyBackground = false;
+    const GLsizei w = viewportWidth();
+    const GLsizei h = viewportHeight();
+    const std::size_t rowBytes = static_cast<std::size_t>(w) * 4;
+    const auto rows = static_cast<std::size_t>(h);
+    const PixelBuffer pixels(new (std::nothrow) std::uint8_t[rowBytes * rows]);
+    glGetError(); // forget an earlier error
+    if (pixels) {
+        glReadPixels(viewportX(), viewportY(), w, h, GL_BGRA, GL_UNSIGNED_BYTE, pixels.get());
+        for (std::size_t row = 0; row < rows / 2; ++row) {
+            std::uint8_t* const lower = pixels.get() + row * rowBytes;
+            std::swap_ranges(lower, lower + rowBytes, pixels.get() + (rows - 1 - row) * rowBytes);
+        }
+        backgroundCopy = TextureTable::upload(nullptr, 1, 1, GL_NEAREST, GL_CLAMP_TO_EDGE);
+        glBindTexture(GL_TEXTURE_2D, backgroundCopy);
+        glTexImage2D(GL_TEXTURE_2D, 0, GL_RGBA, w, h, 0, GL_BGRA, GL_UNSIGNED_BYTE, pixels.get());
+        glBindTexture(GL_TEXTURE_2D, 0);
+        if (glGetError() == GL_NO_ERROR) {
+            makeBackgroundBuffer();
+            return true;
+        }
+    }
+    dropBackground();
+    return false;
+}
+
+// Makes a frame buffer of the copy, if the driver can copy from there to the window.
+void OpenGLDrawer::makeBackgroundBuffer() {
+    if (!glBlitFramebufferEXT || !glGenFramebuffersEXT) return;
+    glGenFramebuffersEXT(1, &backgroundBuffer);
+    glBindFramebufferEXT(GL_READ_FRAMEBUFFER_EXT, backgroundBuffer);
+    glFramebufferTexture2DEXT(GL_READ_FRAMEBUFFER_EXT, GL_COLOR_ATTACHMENT0_EXT, GL_TEXTURE_2D,
+                              backgroundCopy, 0);
+    showBackground(); // changes nothing
+    if (glGetError() == GL_NO_ERROR) return;
+    glDeleteFramebuffersEXT(1, &backgroundBuffer);
+    backgroundBuffer = 0;
 }
 
 void OpenGLDrawer::dropBackground() {
+    if (backgroundBuffer != 0) glDeleteFramebuffersEXT(1, &backgroundBuffer);
     glDeleteTextures(1, &backgroundCopy); // GL ignores name 0
+    backgroundBuffer = 0;
     backgroundCopy = 0;
     backgroundNumber = -1;
     canCopyBackground = true;
@@ -131,6 +168,8 @@ void OpenGLDrawer::resetViewport() {
 
 // --- the picture off screen
 
+// The game never draws off screen, and the picture and its depth buffer take 7 MB. So both are made
+// with a single pixel, and get their size when they are first drawn into.
 void OpenGLDrawer::makeFrameBuffer() {
     TextureRecord picture = {0, offscreenWidth, offscreenHeight, 1, 1};
     bool complete = false;
@@ -139,18 +178,17 @@ void OpenGLDrawer::makeFrameBuffer() {
         glBindFramebufferEXT(GL_FRAMEBUFFER_EXT, frameBuffer);
         glGenRenderbuffersEXT(1, &depthBuffer);
         glBindRenderbufferEXT(GL_RENDERBUFFER_EXT, depthBuffer);
-        glRenderbufferStorageEXT(GL_RENDERBUFFER_EXT, GL_DEPTH_COMPONENT, offscreenWidth,
-                                 offscreenHeight);
+        glRenderbufferStorageEXT(GL_RENDERBUFFER_EXT, GL_DEPTH_COMPONENT, 1, 1);
         glFramebufferRenderbufferEXT(GL_FRAMEBUFFER_EXT, GL_DEPTH_ATTACHMENT_EXT,
                                      GL_RENDERBUFFER_EXT, depthBuffer);
-        picture.name = TextureTable::upload(nullptr, offscreenWidth, offscreenHeight, GL_LINEAR,
-                                            GL_CLAMP_TO_EDGE);
+        picture.name = TextureTable::upload(nullptr, 1, 1, GL_LINEAR, GL_CLAMP_TO_EDGE);
         glFramebufferTexture2DEXT(GL_FRAMEBUFFER_EXT, GL_COLOR_ATTACHMENT0_EXT, GL_TEXTURE_2D,
                                   picture.name, 0);
         complete = glCheckFramebufferStatusEXT(GL_FRAMEBUFFER_EXT) == GL_FRAMEBUFFER_COMPLETE_EXT;
         glBindFramebufferEXT(GL_FRAMEBUFFER_EXT, 0);
     }
     offscreenHandle = textures.add(picture);
+    offscreenSized = false;
     if (!complete) std::cout << "Uh oh." << std::endl;
 }
 
@@ -161,8 +199,22 @@ void OpenGLDrawer::deleteFrameBuffer() {
     glDeleteRenderbuffersEXT(1, &depthBuffer);
 }
 
+void OpenGLDrawer::sizeFrameBuffer(GLuint pictureName) {
+    glBindRenderbufferEXT(GL_RENDERBUFFER_EXT, depthBuffer);
+    glRenderbufferStorageEXT(GL_RENDERBUFFER_EXT, GL_DEPTH_COMPONENT, offscreenWidth,
+                             offscreenHeight);
+    glBindTexture(GL_TEXTURE_2D, pictureName);
+    glTexImage2D(GL_TEXTURE_2D, 0, GL_RGBA, offscreenWidth, offscreenHeight, 0, GL_RGBA,
+                 GL_UNSIGNED_BYTE, nullptr);
+    glBindTexture(GL_TEXTURE_2D, 0);
+    offscreenSized = true;
+}
+
 void OpenGLDrawer::beginOffscreen() {
     if (!hasContext || frameBuffer == 0) return;
+    if (const TextureRecord* picture = textures.find(offscreenHandle); picture && !offscreenSized) {
+        sizeFrameBuffer(picture->name);
+    }
     glBindFramebufferEXT(GL_FRAMEBUFFER_EXT, frameBuffer);
     glDrawBuffer(GL_COLOR_ATTACHMENT0_EXT);
     glViewport(0, 0, width, height);

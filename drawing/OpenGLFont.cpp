@@ -15,7 +15,7 @@
 static const std::string characterSet =
     "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789+-=.,;:'?()!\"\\/<>_ ";
 
-static constexpr int columnsCounted = 10; // cells per row that the atlas is at least sized for
+static constexpr int columnsCounted = 10; // the atlas is at least this many cells wide and high
 static constexpr int columnsUsed = 11;    // characters per row of the atlas
 static constexpr int rowsUsed = 8;        // for 81 characters
 static constexpr int largestCell = 372;   // pixels; keeps the atlas to 64 MiB
@@ -103,24 +103,23 @@ bool OpenGLFont::buildAtlas(const FontFile& file) {
 
 void OpenGLFont::draw(const std::string& text, float x, float y, float wrapWidth, float scale,
                       float r, float g, float b, float a) const {
+    glBindTexture(GL_TEXTURE_2D, texture);
+    glColor4f(r, g, b, a);
     for (const TextLine& line : breakIntoLines(glyphs, text, wrapWidth, scale)) {
         float pen = x;
         for (const FontGlyph* glyph : line) {
-            if (glyph) paintGlyph(*glyph, pen + glyph->offset, y, scale, r, g, b, a);
+            if (glyph) paintGlyph(*glyph, pen + glyph->offset, y, scale);
             pen += scale * advanceOf(glyphs, glyph);
         }
         y += lineHeight;
     }
+    releaseTexture();
 }
 
-void OpenGLFont::paintGlyph(const FontGlyph& glyph, float x, float y, float scale, float r, float g,
-                            float b, float a) const {
+void OpenGLFont::paintGlyph(const FontGlyph& glyph, float x, float y, float scale) const {
     const auto side = static_cast<float>(atlasSize);
     const float quadHeight = lineHeight + quadPadding;
     const QuadBox source = {glyph.x / side, glyph.y / side, (glyph.x + glyph.width) / side,
                             (glyph.y + quadHeight) / side};
-    glBindTexture(GL_TEXTURE_2D, texture);
-    glColor4f(r, g, b, a);
     paintQuad(source, {x, y, x + glyph.width * scale, y + quadHeight * scale});
-    releaseTexture();
 }

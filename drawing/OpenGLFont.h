@@ -37,8 +37,7 @@ private:
     };
 
     bool buildAtlas(const FontFile& file); // false if the atlas would be too large for a texture
-    void paintGlyph(const FontGlyph& glyph, float x, float y, float scale, float r, float g,
-                    float b, float a) const;
+    void paintGlyph(const FontGlyph& glyph, float x, float y, float scale) const;
 
     std::uint32_t texture = 0;     // GL name of the atlas
     std::vector<FontGlyph> glyphs; // in the order of the character set

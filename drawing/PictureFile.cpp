@@ -5,12 +5,12 @@
 #include <cstring>
 #include <string>
 
-// Steps through a file, so that examining a huge one ends. Real pictures have far fewer.
-static constexpr int mostChunks = 1 << 17; // of a PNG; with the usual 8 KiB a chunk, 1 GiB
+// Limits, so that examining a huge file ends. Real pictures stay far below them.
+static constexpr int mostChunks = 1 << 17; // of a PNG: 1 GiB at the usual 8 KiB a chunk
 static constexpr int mostSegments = 1000;  // of a JPEG, before the pixels
 
-// A JPEG needs at least a bit for the shade of each block of 8 by 8 and one for the block's end.
-// This allows half of that.
+// A JPEG needs at least two bits for each block of 8 by 8 pixels: one for its shade and one for its
+// end. This allows a file of half that length.
 static constexpr std::int64_t jpegPixelsPerByte = 512;
 
 static std::uint32_t bigEndian(const std::uint8_t* bytes, int count) {
@@ -58,8 +58,8 @@ PictureFile::Format PictureFile::examine() {
     return Format::unreadable;
 }
 
-// The decoder sees the chunks that make the picture and no others: a text that is packed small can
-// take gigabytes.
+// The decoder sees only the chunks that make the picture: a short compressed text can unpack to
+// gigabytes.
 bool PictureFile::isSoundPng() {
     std::int64_t place = 8;
     parts = {{0, place}};
@@ -81,8 +81,8 @@ bool PictureFile::isSoundPng() {
     return false;
 }
 
-// Only what is read in one pass: a progressive picture takes time for each of any number of passes,
-// and memory for all of them.
+// Accepts only pictures in a single pass. A progressive one may have any number of passes, each of
+// which takes time, and its decoder keeps the whole picture in memory between them.
 bool PictureFile::isSoundJpeg() {
     std::int64_t place = 2;
     std::uint8_t frame[6] = {}; // precision, height, width, components
@@ -90,7 +90,7 @@ bool PictureFile::isSoundJpeg() {
         std::uint8_t head[4]; // 0xFF, kind, length
         if (!read(place, head, sizeof head) || head[0] != 0xFF) return false;
         const std::uint8_t kind = head[1];
-        if (kind == 0xFF) { // fills up
+        if (kind == 0xFF) { // padding
             ++place;
         } else if (kind == 0xDA) { // the pixels
             std::uint8_t components = 0;
@@ -109,7 +109,7 @@ bool PictureFile::isSoundJpeg() {
     return false;
 }
 
-// Only what has 3 or 4 bytes a pixel, uncompressed.
+// Accepts only 3 or 4 bytes a pixel, uncompressed.
 bool PictureFile::isSoundBmp() {
     std::uint8_t head[34];
     if (!read(0, head, sizeof head)) return false;
@@ -138,8 +138,8 @@ int PictureFile::seekSource(SDL_RWops* source, int offset, int whence) {
     return place;
 }
 
-// Behind the end there are zeros. The library takes no notice of the end, and could go on forever
-// with the bytes that it read last.
+// Beyond the end the decoder reads zeros. It ignores the end, and could go on forever with the
+// bytes that it read last.
 int PictureFile::readSource(SDL_RWops* source, void* target, int size, int count) {
     auto* bytes = static_cast<std::uint8_t*>(target);
     const int wanted = size * count;
@@ -157,8 +157,9 @@ int PictureFile::readParts(std::uint8_t* target, int wanted) {
                          [this](const Part& candidate) { return candidate.end > position; });
         if (part == parts.end()) break;
         currentPart = static_cast<std::size_t>(part - parts.begin());
-        if (position < part->begin)
+        if (position < part->begin) {
             position = SDL_RWseek(file, static_cast<int>(part->begin), RW_SEEK_SET);
+        }
         const std::int64_t left = std::min<std::int64_t>(wanted - got, part->end - position);
         const int now = SDL_RWread(file, target + got, 1, static_cast<int>(left));
         if (now <= 0) break;

@@ -6,10 +6,10 @@
 #include <cstdint>
 #include <vector>
 
-// A picture file as its decoder gets it. Levels come from strangers, and the image library's
-// readers trust what they read. So the file is examined first, by its bytes: its format, its size,
-// and that decoding it takes neither more memory nor more time than that size needs. Made for one
-// decoding; main thread.
+// A picture file as its decoder sees it. Levels come from strangers, and the image library's
+// decoders trust what they read. So the file's bytes are examined first: its format, its size, and
+// that decoding it takes no more memory or time than a picture of that size needs. Each object is
+// for one decoding. Main thread.
 class PictureFile {
 public:
     enum class Format { unreadable, png, jpeg, bmp };
@@ -25,7 +25,7 @@ public:
 
     Format getFormat() const { return format; }
 
-    // What the decoder reads from; not for the other formats' decoders. Never null.
+    // The stream for the decoder of this format. Never null; owned by this object.
     SDL_RWops* getSource() { return &source; }
 
 private:
@@ -48,7 +48,7 @@ private:
     SDL_RWops* file;
     SDL_RWops source = {};
     std::int64_t length = 0; // bytes
-    std::vector<Part> parts; // what the decoder may see, in order
+    std::vector<Part> parts; // what the decoder sees, in order
     std::size_t currentPart = 0;
     std::int64_t position = 0; // byte of the file that is read next
     Format format = Format::unreadable;

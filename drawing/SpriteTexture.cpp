@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Zlib
 #include "drawing/SpriteTexture.h"
 
+#include <utility>
+
 #include "drawing/ImageLoader.h"
 #include "drawing/OpenGLDrawer.h"
 #include "images/EmbeddedImages.h"

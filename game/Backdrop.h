@@ -6,11 +6,11 @@ class Drawer;
 // What lies behind everything else on a screen.
 enum class Backdrop {
     night, // of the title
+    logo,  // the same with the title's logo
     dawn,  // of the play
     day,   // of the epilogue
 };
 
-// Paints a backdrop over the whole screen: a gradient, and the sky's picture added at half
-// strength. Call it first in a frame. It may leave out a band in the middle, hiddenWidth units
-// wide, that the caller will cover; 0 for none.
-void drawBackdrop(Drawer& drawer, Backdrop backdrop, float hiddenWidth);
+// Paints a backdrop over the whole screen: a gradient, the sky's picture added at half strength,
+// and perhaps the logo. Call it first in a frame.
+void drawBackdrop(Drawer& drawer, Backdrop backdrop);

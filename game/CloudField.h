@@ -9,8 +9,8 @@ class Drawer;
 
 // The far layer of the world: pale clouds that drift left and right and scroll at a sixteenth of
 // the camera's speed. The field is 64 by 64 field units; a field unit is 80 by 45 units of the
-// virtual screen. The playing screen owns it and calls draw once per frame, which also moves all
-// clouds. Constructing one takes 384 numbers from the noise. Main thread.
+// virtual screen. A screen owns it and calls draw once per frame, which also moves all clouds.
+// Constructing one takes 384 numbers from the noise. Main thread.
 class CloudField {
 public:
     CloudField();

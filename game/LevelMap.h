@@ -7,9 +7,9 @@
 #include "base/FilePath.h"
 #include "drawing/LoadedImage.h"
 
-// A level: a grid of tile codes made from a picture, one pixel per tile, the top row being row 0. A
+// A level: a grid of tile codes made from a picture, one pixel per tile; row 0 is at the top. A
 // code is the first byte of its pixel, red. Two codes have rules of their own; all others are solid
-// rock. The playing screen owns the level, which never changes after loading.
+// rock. A screen owns its level, which never changes after loading.
 class LevelMap {
 public:
     static constexpr std::uint8_t empty = 0xFF; // the runner passes through

@@ -9,4 +9,4 @@
 inline constexpr float goalSpeed = 1.5f;               // tiles per frame, in the flight of a kick
 inline constexpr WorldPoint playStart = {60, 984};     // tiles
 inline constexpr WorldPoint epilogueStart = {60, 944}; // tiles
-inline constexpr std::uint32_t framePeriod = 15;       // ms at least from frame to frame
+inline constexpr std::uint32_t framePeriod = 15;       // ms from frame to frame, at least

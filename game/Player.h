@@ -15,10 +15,9 @@ struct HeldKeys {
     bool down = false;
 };
 
-// The runner: position, velocity, the flags of the movement rules, and the sprite. The playing
-// screen owns it and calls update and then draw once per frame; every speed is in tiles per frame.
-// The runner is a point in a tile; only that tile's four neighbours are ever tested. Main thread,
-// except for speed.
+// The runner: position, velocity, the flags of the movement rules, and the sprite. A screen owns it
+// and calls update and then draw once per frame; every speed is in tiles per frame. The runner is a
+// point in a tile; only that tile's four neighbours are ever tested. Main thread, except for speed.
 class Player {
 public:
     explicit Player(WorldPoint start);

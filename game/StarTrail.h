@@ -8,8 +8,8 @@
 class Drawer;
 
 // The trail that the runner leaves in the air: spinning stars in bright random colours that stay in
-// place and shrink away. The playing screen owns it. Once per frame it calls spawn, while the
-// runner is in the air, and then draw, which also ages the stars. Main thread.
+// place and shrink away. A screen owns it. Once per frame it calls spawn, if the runner is in the
+// air, and then draw, which also ages the stars. Main thread.
 class StarTrail {
 public:
     // Adds a star in place of the oldest one; only the first call between two drawings counts.

@@ -23,12 +23,10 @@ static constexpr float tileScale = 4;       // 16 pixels to 64 units
 
 // Textures, made by the first drawing of the process.
 static std::uint32_t sheetTexture = 0;
-static std::uint32_t sheetName = 0; // GL name of the sheet
 static std::uint32_t outlineTexture = 0;
 
 static void loadTextures(OpenGLDrawer& drawer) {
     sheetTexture = createHardSpriteTexture(drawer, spriteTiles);
-    if (const TextureRecord* record = drawer.textureRecord(sheetTexture)) sheetName = record->name;
     outlineTexture = createHardSpriteTexture(drawer, spriteOutline);
 }
 
@@ -71,47 +69,55 @@ TileRenderer::TileRenderer() : cells{} {
     for (std::size_t frame = 0; frame < flameCells.size(); ++frame) {
         flameCells[frame] = {sheetPlace(static_cast<int>(frame)), sheetPlace(flameRow)};
     }
-    cells[LevelMap::empty] = {sheetPlace(7), sheetPlace(7)}; // the clear cell
-    cells[LevelMap::flame] = cells[LevelMap::empty];
 }
 
 void TileRenderer::draw(Drawer& drawer, const LevelMap& map, WorldPoint camera) {
-    if (sheetTexture == 0) loadTextures(static_cast<OpenGLDrawer&>(drawer));
-    // The same as multiplying with white, and cheaper.
-    glTexEnvi(GL_TEXTURE_ENV, GL_TEXTURE_ENV_MODE, GL_REPLACE);
-    drawOutlines(drawer, map, camera);
-    drawTiles(drawer, map, camera);
-    glTexEnvi(GL_TEXTURE_ENV, GL_TEXTURE_ENV_MODE, GL_MODULATE);
+    auto& painter = static_cast<OpenGLDrawer&>(drawer);
+    if (sheetTexture == 0) loadTextures(painter);
+    painter.setUntinted(true);
+    drawOutlines(painter, map, camera);
+    drawTiles(painter, map, camera);
+    painter.setUntinted(false);
     stepFlames();
 }
 
-void TileRenderer::drawOutlines(Drawer& drawer, const LevelMap& map, WorldPoint camera) const {
+// With several samples a pixel, a sample at a tile's edge may lie on a clear texel beside the
+// tile's cell of the sheet. The outline then shows between two rocks. So every outline must be
+// drawn, and rocks must be blended.
+static bool showsSeams(const OpenGLDrawer& drawer) {
+    return drawer.isMultisampled();
+}
+
+void TileRenderer::drawOutlines(OpenGLDrawer& drawer, const LevelMap& map,
+                                WorldPoint camera) const {
+    const bool everywhere = showsSeams(drawer);
     forEachVisibleCell(map, camera, [&](int column, int row, float x, float y) {
-        if (!LevelMap::isRock(map.at(column, row)) || isSurroundedByRock(map, column, row)) return;
+        if (!LevelMap::isRock(map.at(column, row))) return;
+        if (!everywhere && isSurroundedByRock(map, column, row)) return;
         drawer.drawTexture(outlineTexture, x - outlineReach, y - outlineReach, outlineScale,
                            outlineScale, 1, 1, 1, 1);
     });
 }
 
-void TileRenderer::drawTiles(Drawer& drawer, const LevelMap& map, WorldPoint camera) const {
-    if (sheetTexture == 0) return;
-    auto& painter = static_cast<OpenGLDrawer&>(drawer);
+void TileRenderer::drawTiles(OpenGLDrawer& drawer, const LevelMap& map, WorldPoint camera) const {
+    const TextureRecord* sheet = drawer.textureRecord(sheetTexture);
+    if (!sheet) return;
     glActiveTextureARB(GL_TEXTURE0_ARB);
-    glBindTexture(GL_TEXTURE_2D, sheetName);
-    painter.setOpaque(true); // only flames are blended
+    glBindTexture(GL_TEXTURE_2D, sheet->name);
+    const bool rockIsOpaque = !showsSeams(drawer);
+    drawer.setOpaque(rockIsOpaque);
     forEachVisibleCell(map, camera, [&](int column, int row, float x, float y) {
         const std::uint8_t code = map.at(column, row);
         if (code == LevelMap::empty) return;
         const bool flame = code == LevelMap::flame;
         const SheetCell& cell =
             flame ? flameCells[static_cast<std::size_t>(flameFrame)] : cells[code];
-        if (flame) painter.setOpaque(false);
-        painter.drawTileQuad(x, y, cell.u + cellInset, cell.v + cellInset, cellWindow, cellWindow,
-                             tileScale, tileScale, 1, 1, 1, 1);
-        if (flame) painter.setOpaque(true);
+        if (flame) drawer.setOpaque(false);
+        drawer.drawTileQuad(x, y, cell.u + cellInset, cell.v + cellInset, cellWindow, cellWindow,
+                            tileScale, tileScale, 1, 1, 1, 1);
+        if (flame) drawer.setOpaque(rockIsOpaque);
     });
-    painter.setOpaque(false);
-    glActiveTextureARB(GL_TEXTURE0_ARB);
+    drawer.setOpaque(false);
     glBindTexture(GL_TEXTURE_2D, 0);
 }
 

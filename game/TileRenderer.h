@@ -8,11 +8,12 @@
 
 class Drawer;
 class LevelMap;
+class OpenGLDrawer;
 
 // Paints the part of a level that the camera sees: black outlines first and the tiles over them, so
 // that an outline shows only where rock borders open space. It leaves out quads that cannot be
-// seen: the clear cell, and outlines surrounded by rock. The playing screen owns it and calls draw
-// once per frame, which also animates the flames. Main thread.
+// seen: the clear cell, and outlines surrounded by rock. A screen owns it and calls draw once per
+// frame, which also animates the flames. Main thread.
 class TileRenderer {
 public:
     TileRenderer();
@@ -26,8 +27,8 @@ private:
         float v = 0;
     };
 
-    void drawOutlines(Drawer& drawer, const LevelMap& map, WorldPoint camera) const;
-    void drawTiles(Drawer& drawer, const LevelMap& map, WorldPoint camera) const;
+    void drawOutlines(OpenGLDrawer& drawer, const LevelMap& map, WorldPoint camera) const;
+    void drawTiles(OpenGLDrawer& drawer, const LevelMap& map, WorldPoint camera) const;
     void stepFlames();
 
     std::array<SheetCell, 256> cells; // by tile code

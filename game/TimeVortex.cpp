@@ -12,15 +12,14 @@ static constexpr float fullScale = 200; // units per pixel of the rings at size 
 static constexpr std::size_t ringCount = 4;
 static constexpr std::uint32_t ringSide = 8; // pixels of each ring's picture
 static constexpr float ringCentre = 4;       // the middle, in pixels
-static constexpr float coverMargin = 4;      // units, for rounding
 static constexpr float growStep = 0.005f;    // of size, per drawing
 static constexpr float shrinkStep = 0.05f;
 static constexpr float reverseStart = 2;
 static constexpr float turnStep = 4;   // degrees per drawing
 static constexpr int colourPeriod = 8; // drawings per phase
 
-// Each picture shows all four rings in one phase of the colours. Drawing the rings one by one would
-// look the same but cost four times as much. Made by the first drawing of the process.
+// Each picture shows all four rings in one phase of the colours, made by the first drawing of the
+// process. Drawing the rings one by one would give the same pixels at four times the cost.
 static std::array<std::uint32_t, 6> ringTextures;
 
 static std::uint8_t toByte(float level) {
@@ -59,20 +58,16 @@ void TimeVortex::loadTextures(OpenGLDrawer& drawer) {
 TimeVortex::TimeVortex(bool shrinking) : size(shrinking ? reverseStart : 0), reverse(shrinking) {}
 
 void TimeVortex::draw(Drawer& drawer) {
-    if (ringTextures[0] == 0) loadTextures(static_cast<OpenGLDrawer&>(drawer));
+    auto& painter = static_cast<OpenGLDrawer&>(drawer);
+    if (ringTextures[0] == 0) loadTextures(painter);
     const float scale = size * fullScale;
     const float x = static_cast<float>(drawer.width) / 2 - scale * ringCentre;
     const float y = static_cast<float>(drawer.height) / 2 - scale * ringCentre;
+    painter.setUntinted(true);
     drawer.drawTextureRotated(ringTextures[static_cast<std::size_t>(colourPhase)], x, y, rotation,
                               ringCentre, ringCentre, scale, scale, 1, 1, 1, 1);
+    painter.setUntinted(false);
     step();
-}
-
-// At every angle the picture contains a full circle; only its corners are clear.
-float TimeVortex::hiddenWidth(const Drawer& drawer) const {
-    const float radius = size * fullScale * ringCentre - coverMargin;
-    const float halfHeight = static_cast<float>(drawer.height) / 2;
-    return radius > halfHeight ? 2 * std::sqrt(radius * radius - halfHeight * halfHeight) : 0;
 }
 
 void TimeVortex::step() {

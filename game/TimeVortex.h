@@ -10,8 +10,8 @@ class OpenGLDrawer;
 
 // The transition between the play and the epilogue: four concentric rings in the middle of the
 // screen that turn and flicker through six colours. It grows from nothing until it fills the
-// screen; the shrinking kind starts larger than the screen and ends as nothing. The playing screen
-// owns it and calls draw once per frame, which also advances it. Main thread.
+// screen; the shrinking kind starts larger than the screen and ends as nothing. A screen owns it
+// and calls draw once per frame, which also advances it. Main thread.
 class TimeVortex {
 public:
     explicit TimeVortex(bool shrinking);
@@ -20,10 +20,6 @@ public:
 
     // 0 means invisible; at about 1 the screen is full.
     float getSize() const { return size; }
-
-    // Width in units of the band in the middle of the screen, as high as the screen, that the next
-    // drawing covers completely; 0 for none.
-    float hiddenWidth(const Drawer& drawer) const;
 
 private:
     struct Colour {

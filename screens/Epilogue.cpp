@@ -2,7 +2,7 @@
 #include "screens/Epilogue.h"
 
 #include "base/FilePath.h"
-#include "drawing/OpenGLDrawer.h"
+#include "drawing/Drawer.h"
 #include "game/Backdrop.h"
 #include "game/PlayRules.h"
 #include "sound/AudioSingleton.h"
@@ -24,7 +24,7 @@ void Epilogue::draw(Drawer& drawer) {
     player.update(noControls, map);
     if (player.isAirborne()) trail.spawn(player.position());
     const WorldPoint camera = cameraFor(player.position());
-    drawBackdrop(drawer, Backdrop::day, vortex.hiddenWidth(drawer));
+    drawBackdrop(drawer, Backdrop::day);
     clouds.draw(drawer, camera);
     tiles.draw(drawer, map, camera);
     trail.draw(drawer, camera);

@@ -2,7 +2,7 @@
 #include "screens/GamePlay.h"
 
 #include "base/FilePath.h"
-#include "drawing/OpenGLDrawer.h"
+#include "drawing/Drawer.h"
 #include "game/Backdrop.h"
 #include "game/PlayRules.h"
 
@@ -62,7 +62,7 @@ void GamePlay::step() {
 
 void GamePlay::drawWorld(Drawer& drawer) {
     const WorldPoint camera = cameraFor(player.position());
-    drawBackdrop(drawer, Backdrop::dawn, vortex.hiddenWidth(drawer));
+    drawBackdrop(drawer, Backdrop::dawn);
     clouds.draw(drawer, camera);
     tiles.draw(drawer, map, camera);
     trail.draw(drawer, camera);

@@ -3,10 +3,8 @@
 
 #include <algorithm>
 
-#include "drawing/OpenGLDrawer.h"
-#include "drawing/SpriteTexture.h"
+#include "drawing/Drawer.h"
 #include "game/Backdrop.h"
-#include "images/EmbeddedImages.h"
 #include "sound/AudioSingleton.h"
 
 static constexpr int framesPerPage = 120;
@@ -15,19 +13,13 @@ static constexpr int callPage = 5;    // the first page with the call to run; a 
 static constexpr int lastPage = 6;    // same appearance as the page before; stays
 static constexpr float fontSize = 48; // pixels
 
-// Made when the process first needs them.
-static std::uint32_t logoTexture = 0;
-static std::int32_t storyFont = -1;
+static std::int32_t storyFont = -1; // made by the first drawing of the process
 
 void TitleScreen::draw(Drawer& drawer) {
     if (storyFont < 0) storyFont = drawer.createFont("MarsNeedsCunnilingus.ttf", fontSize);
-    if (page >= logoPage && logoTexture == 0) {
-        logoTexture = createSpriteTexture(drawer, spriteLogo);
-    }
-    drawBackdrop(drawer, Backdrop::night, 0);
+    drawBackdrop(drawer, page < logoPage ? Backdrop::night : Backdrop::logo);
     const auto line = static_cast<std::size_t>(std::min(page, logoPage));
     drawer.drawText(lines[line], storyFont, 128, 400, 1024, 1, 1, 1, 0, 1);
-    if (page >= logoPage) drawer.drawTexture(logoTexture, 128, 0, 1, 1, 1, 1, 1, 1);
     if (page >= callPage) {
         drawer.drawText(lines[callPage], storyFont, 128, 640, 1024, 1, 1, 0, 1, 1);
     }

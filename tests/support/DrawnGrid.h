@@ -10,7 +10,7 @@
 
 // A level drawn as text, one line per row: '.' is empty, 'F' a flame, '#' rock; any other character
 // is a tile of that code, which is rock too. A line feed at the very start is ignored, and a short
-// line is filled up with rock.
+// line is padded with rock.
 inline LevelMap drawnGrid(const std::string& drawing) {
     std::vector<std::string> lines;
     std::size_t width = 0;

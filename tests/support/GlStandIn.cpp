@@ -90,7 +90,6 @@ COUNTED(glMatrixMode, GLenum)
 COUNTED(glPixelStorei, GLenum, GLint)
 COUNTED(glPopMatrix)
 COUNTED(glPushMatrix)
-COUNTED(glReadPixels, GLint, GLint, GLsizei, GLsizei, GLenum, GLenum, void*)
 COUNTED(glRotatef, GLfloat, GLfloat, GLfloat, GLfloat)
 COUNTED(glScalef, GLfloat, GLfloat, GLfloat)
 COUNTED(glShadeModel, GLenum)
@@ -106,7 +105,7 @@ COUNTED(gluOrtho2D, GLdouble, GLdouble, GLdouble, GLdouble)
 static GLenum error = GL_NO_ERROR;
 
 // There is no memory for copies of the screen, so that everything is painted every time.
-void glCopyTexImage2D(GLenum, GLint, GLenum, GLint, GLint, GLsizei, GLsizei, GLint) {
+void glReadPixels(GLint, GLint, GLsizei, GLsizei, GLenum, GLenum, void*) {
     count();
     error = GL_OUT_OF_MEMORY;
 }

@@ -4,10 +4,10 @@
 #include <cstdint>
 #include <vector>
 
-// Replaces the window, the clock and OpenGL in a program that links it, so that the real
-// application runs without a display and its cost is its own. The window always opens, at the
-// requested size, with only the driver features that the game needs. Each GL call is counted and
-// does nothing. The clock advances only by the waits, which take no time.
+// Replaces the window, the clock and OpenGL in a program that links it. So the real application
+// runs without a display, and a measurement contains only its own work. The window opens at the
+// requested size, unless `fails`, with only the driver features that the game needs. Each GL call
+// is counted and does nothing. The clock advances only by the waits, which take no time.
 struct GlStandIn {
     static inline std::uint64_t calls = 0;          // of GL so far
     static inline std::uint32_t swaps = 0;          // frames shown so far

@@ -65,8 +65,9 @@ std::string Picture::differenceTo(const Picture& other) const {
     for (int i = 0; i < width * height && words.str().empty(); ++i) {
         const Pixel here = at(i % width, i / width);
         const Pixel there = other.at(i % width, i / width);
-        if (here != there)
+        if (here != there) {
             words << here << " and " << there << " at " << i % width << ", " << i / width;
+        }
     }
     return words.str();
 }
@@ -74,7 +75,12 @@ std::string Picture::differenceTo(const Picture& other) const {
 void GlWindow::SetUp() {
     ASSERT_EQ(SDL_Init(SDL_INIT_VIDEO), 0) << SDL_GetError();
     openDrawer = makeDrawer();
-    ASSERT_TRUE(openDrawer->createWindow(width, height, false, 0));
+    const char* const variable = std::getenv("SAMPLES");
+    const GLint samples = variable ? std::atoi(variable) : 0;
+    ASSERT_TRUE(openDrawer->createWindow(width, height, false, samples));
+    GLint opened = 0;
+    glGetIntegerv(GL_SAMPLES, &opened);
+    ASSERT_EQ(opened, samples);
     ASSERT_EQ(SDL_GetVideoSurface()->w, width);
     ASSERT_EQ(SDL_GetVideoSurface()->h, height);
 }

@@ -71,7 +71,8 @@ public:
     static constexpr std::uint16_t width = 1280;
     static constexpr std::uint16_t height = 720;
 
-    // Opens the window before the first test. DrawerType may record what it draws.
+    // Opens the window before the first test, with as many samples a pixel as the environment
+    // variable SAMPLES says. DrawerType may record what it draws.
     template <typename DrawerType = OpenGLDrawer>
     static GlWindow* open() {
         const auto make = [] { return std::make_unique<DrawerType>(width, height); };
@@ -88,12 +89,12 @@ public:
     // Paints a frame on a cleared window and reads it back.
     Picture paint(const std::function<void(OpenGLDrawer&)>& scene);
 
-    // Makes a texture of makePixels, smoothed or with hard pixels; returns its handle.
+    // Makes a texture from makePixels, smoothed or with hard pixels; returns its handle.
     std::uint32_t makeTexture(int textureWidth, int textureHeight,
                               const std::function<Pixel(int, int)>& colourOf, int alpha = 255,
                               bool smooth = true);
-    // The handle of a picture of 8 by 8 hard pixels: a quarter each of red and green at the top, of
-    // blue and white at the bottom.
+    // The handle of a picture of 8 by 8 hard pixels, in quarters: red and green at the top, blue
+    // and white at the bottom.
     std::uint32_t quarters();
 
 private:

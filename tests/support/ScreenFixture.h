@@ -45,6 +45,15 @@ protected:
                      [&](const std::string& call) { return call.starts_with(name + " "); });
         return found;
     }
+    // The names of the calls in order, without repetitions.
+    static Log order(const Log& calls) {
+        Log names;
+        for (const std::string& call : calls) {
+            const std::string name = call.substr(0, call.find(' '));
+            if (names.empty() || names.back() != name) names.push_back(name);
+        }
+        return names;
+    }
     void press(const std::string& action) {
         Inspector::state(*application)->keyPressed(action, nullptr);
     }

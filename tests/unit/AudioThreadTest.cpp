@@ -25,7 +25,7 @@
 #include "game/PlayMusic.h"
 #include "sound/AudioSingleton.h"
 
-// What the thread did that was watched.
+// What the watched thread did.
 static thread_local bool isWatched = false;
 static int allocations = 0; // and calls of free
 static int locks = 0;

@@ -1,16 +1,14 @@
 // SPDX-License-Identifier: Zlib
-// Clouds, star trail, vortex and the runner's sprite: what they ask of the drawer, pinned as
-// fingerprints. A change here changes the picture of the game.
-#include <algorithm>
+// Clouds, star trail, vortex and the runner's sprite: the textures they make and what they ask of
+// the drawer, pinned as fingerprints. A change here changes the picture of the game.
 #include <map>
+#include <utility>
 
 #include "base/Noise.h"
-#include "drawing/ImageLoader.h"
 #include "game/CloudField.h"
 #include "game/Player.h"
 #include "game/StarTrail.h"
 #include "game/TimeVortex.h"
-#include "images/EmbeddedImages.h"
 #include "tests/support/Fingerprint.h"
 #include "tests/support/GlWindow.h"
 #include "tools/Inspector.h"
@@ -22,10 +20,20 @@ public:
 
     std::uint32_t createTexture(PixelBuffer pixels, std::uint32_t imageWidth,
                                 std::uint32_t imageHeight) override {
-        const int sprite = spriteOf(pixels.get(), imageWidth * imageHeight * 4);
-        made.push_back(OpenGLDrawer::createTexture(std::move(pixels), imageWidth, imageHeight));
-        pictures[made.back()] = sprite;
-        return made.back();
+        Fingerprint picture;
+        for (std::uint32_t i = 0; i < imageWidth * imageHeight * 4; ++i) {
+            picture.add(std::uint32_t{pixels[i]});
+        }
+        const std::uint32_t handle =
+            OpenGLDrawer::createTexture(std::move(pixels), imageWidth, imageHeight);
+        GLint filter = 0;
+        glBindTexture(GL_TEXTURE_2D, textureRecord(handle)->name);
+        glGetTexParameteriv(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, &filter);
+        glBindTexture(GL_TEXTURE_2D, 0);
+        picture.add(static_cast<std::uint32_t>(filter));
+        pictures[handle] = static_cast<std::uint32_t>(picture.value());
+        record(handle, {});
+        return handle;
     }
     void drawTexture(std::uint32_t handle, float x, float y, float scaleX, float scaleY, float r,
                      float g, float b, float a) override {
@@ -37,29 +45,15 @@ public:
         record(handle, {x, y, angle, pivotX, pivotY, scaleX, scaleY, r, g, b, a});
     }
 
-    std::vector<std::uint32_t> made;
-    std::vector<int> drawn;  // entries of spriteImages; -1 for a picture that is made from several
-    Fingerprint fingerprint; // of the sprites drawn, with all numbers
+    Fingerprint fingerprint;
 
 private:
-    static int spriteOf(const std::uint8_t* pixels, std::size_t bytes) {
-        for (int i = 0; i < spriteImageCount; ++i) {
-            const LoadedImage image =
-                ImageLoader().loadFromMemory(spriteImages[i].data, spriteImages[i].bytes);
-            if (image.width * image.height * 4 == bytes &&
-                std::equal(pixels, pixels + bytes, image.pixels.get())) {
-                return i;
-            }
-        }
-        return -1;
-    }
     void record(std::uint32_t handle, std::initializer_list<float> numbers) {
-        drawn.push_back(pictures.at(handle));
-        fingerprint.add(static_cast<std::uint32_t>(drawn.back()));
+        fingerprint.add(pictures.at(handle));
         for (const float number : numbers) fingerprint.add(number);
     }
 
-    std::map<std::uint32_t, int> pictures; // entry of spriteImages by handle
+    std::map<std::uint32_t, std::uint32_t> pictures; // pixels and filter, by handle
 };
 
 static GlWindow* const window = GlWindow::open<SpriteRecorder>();
@@ -68,101 +62,60 @@ static SpriteRecorder& recorder() {
     return static_cast<SpriteRecorder&>(window->drawer());
 }
 
-class Effects : public testing::Test {
-protected:
-    // Entries of the sprites that one drawing asks for.
-    template <typename Effect, typename... Camera>
-    static std::vector<int> spritesOf(Effect& effect, Camera... camera) {
-        recorder().drawn.clear();
-        effect.draw(recorder(), camera...);
-        return recorder().drawn;
-    }
+// Of all textures and sprites since the last call, and of one more texture, which must be smooth.
+static std::uint64_t fingerprint() {
+    recorder().createTexture(makePixels(1, 1, [](int, int) { return white; }), 1, 1);
+    return std::exchange(recorder().fingerprint, Fingerprint()).value();
+}
 
-    // Two objects of an effect share `count` textures with hard pixels; later textures are smooth.
-    // The fingerprint starts again.
-    template <typename Effect, typename... Camera>
-    static void expectTextures(std::size_t count, Effect first, Effect second, Camera... camera) {
-        recorder().made.clear();
-        spritesOf(first, camera...);
-        spritesOf(second, camera...);
-        EXPECT_EQ(recorder().made.size(), count);
-        window->makeTexture(1, 1, [](int, int) { return white; });
-        for (const std::uint32_t handle : recorder().made) {
-            GLint filter = 0;
-            glBindTexture(GL_TEXTURE_2D, recorder().textureRecord(handle)->name);
-            glGetTexParameteriv(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, &filter);
-            glBindTexture(GL_TEXTURE_2D, 0);
-            EXPECT_EQ(filter, handle == recorder().made.back() ? GL_LINEAR : GL_NEAREST);
-        }
-        recorder().fingerprint = {};
-    }
-};
-
-TEST_F(Effects, CloudsDriftAndScrollWithTheCamera) {
-    expectTextures(1, CloudField(), CloudField(), WorldPoint{0, 0});
+TEST(Effects, CloudsDriftAndScrollWithTheCamera) {
     noiseSeed() = 5000;
-    CloudField field;
-    EXPECT_EQ(noiseSeed(), 5000u + 384);
+    CloudField field, other;
+    EXPECT_EQ(noiseSeed(), 5000u + 2 * 384);
     // Long enough for clouds to turn at both edges in view.
     for (int i = 0; i < 8000; ++i) {
         const auto step = static_cast<float>(i);
-        spritesOf(field, WorldPoint{(step - 4000) * 0.3f, (step - 4000) * 0.2f});
+        field.draw(recorder(), {(step - 4000) * 0.3f, (step - 4000) * 0.2f});
     }
-    EXPECT_EQ(recorder().fingerprint.value(), 8955472531023274561u);
+    other.draw(recorder(), {0, 0}); // makes no texture
+    EXPECT_EQ(fingerprint(), 13565927210935014185u);
 }
 
-TEST_F(Effects, StarsAreLaidOncePerDrawingAndShrinkAway) {
-    expectTextures(1, StarTrail(), StarTrail(), WorldPoint{0, 0}); // even without a star
-    StarTrail trail;
+TEST(Effects, StarsAreLaidOncePerDrawingAndShrinkAway) {
+    StarTrail trail, other;
     noiseSeed() = 1;
-    for (int i = 0; i < 1000; ++i) {
+    for (int i = 0; i < 1060; ++i) {
         const auto step = static_cast<float>(i);
-        trail.spawn({70 + step * 0.3f, 80});
-        trail.spawn({0, 0}); // too soon
-        EXPECT_EQ(noiseSeed(), 1u + 6u * static_cast<unsigned>(i + 1));
-        EXPECT_LE(spritesOf(trail, WorldPoint{71.5f + step * 0.3f, 78.5f}).size(), 54u);
-    }
-    EXPECT_EQ(recorder().fingerprint.value(), 11437229525910729354u);
-    int drawings = 0;
-    while (!spritesOf(trail, WorldPoint{0, 0}).empty()) ++drawings;
-    EXPECT_LE(drawings, 53);
-}
-
-// PlayPictureTest sees it grow.
-TEST_F(Effects, TheVortexShrinksFromTwoToNothingIn41DrawingsAndStaysThere) {
-    expectTextures(6, TimeVortex(false), TimeVortex(true));
-    TimeVortex vortex(true);
-    EXPECT_EQ(vortex.getSize(), 2);
-    int drawings = 0;
-    for (; vortex.getSize() > 0 && drawings < 100; ++drawings) spritesOf(vortex);
-    EXPECT_EQ(drawings, 41);
-    spritesOf(vortex);
-    EXPECT_EQ(vortex.getSize(), 0);
-}
-
-static Player playerIn(float vx, bool airborne, bool facingRight) {
-    Player player({});
-    Inspector::setMotion(player, {5, 5, vx, 0, false, airborne, facingRight});
-    return player;
-}
-
-TEST_F(Effects, TheRunnersSpriteFollowsItsMotionAndStepsEveryFourthDrawing) {
-    expectTextures(12, Player({}), Player({}));
-    const std::vector<int> run = {5, 6, 7, 8, 9, 10};
-    const std::vector<int> air = {2, 3, 4, 3};
-    const std::vector<int> stand = {11, 12, 13, 12};
-    for (const auto& [vx, pictures] :
-         {std::pair(0.3f, run), {-0.01f, run}, {0, air}, {1, air}, {0, stand}}) {
-        Player player = playerIn(vx, pictures == air, vx >= 0);
-        for (std::size_t drawing = 0; drawing < 60; ++drawing) {
-            const int picture = pictures[drawing / 4 % pictures.size()];
-            ASSERT_EQ(spritesOf(player), std::vector{picture}) << "drawing " << drawing;
+        if (i < 1000) {
+            trail.spawn({70 + step * 0.3f, 80});
+            trail.spawn({0, 0}); // too soon
         }
+        trail.draw(recorder(), {71.5f + step * 0.3f, 78.5f});
     }
-    Player player = playerIn(0.5f, false, false);
+    EXPECT_EQ(noiseSeed(), 6001u);
+    other.draw(recorder(), {0, 0});
+    EXPECT_EQ(fingerprint(), 15079281206817108049u);
+}
+
+TEST(Effects, TheVortexGrowsWithoutEndOrShrinksFromTwoToNothing) {
+    TimeVortex growing(false), shrinking(true);
+    for (int drawing = 0; drawing < 200; ++drawing) {
+        growing.draw(recorder());
+        shrinking.draw(recorder());
+    }
+    EXPECT_EQ(shrinking.getSize(), 0);
+    EXPECT_EQ(fingerprint(), 2134353271872679228u);
+}
+
+TEST(Effects, TheRunnersSpriteFollowsItsMotionAndStepsEveryFourthDrawing) {
+    for (const auto& [vx, airborne] :
+         {std::pair(0.3f, false), {-0.01f, false}, {0, true}, {1, true}, {0, false}}) {
+        Player player({});
+        Inspector::setMotion(player, {5, 5, vx, 0, false, airborne, vx >= 0});
+        for (int drawing = 0; drawing < 60; ++drawing) player.draw(recorder());
+    }
+    Player player({});
     player.startWarp(); // spins away without end
-    for (std::size_t drawing = 0; drawing < 250; ++drawing) {
-        ASSERT_EQ(spritesOf(player), std::vector{air[drawing / 4 % 4]});
-    }
-    EXPECT_EQ(recorder().fingerprint.value(), 224069116940656111u);
+    for (int drawing = 0; drawing < 250; ++drawing) player.draw(recorder());
+    EXPECT_EQ(fingerprint(), 14753303539201974765u);
 }

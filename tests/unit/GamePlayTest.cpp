@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: Zlib
-// The play as a whole: the goal and the keys. PlayPictureTest covers its picture, and the replays
-// cover the shipped level.
+// The play as a whole: the goal, the keys and the picture. The replays cover the shipped level.
 #include <cmath>
 
 #include "game/PlayRules.h"
@@ -95,7 +94,12 @@ TEST_F(Play, DirectionsAreHeldUntilReleasedAndAnActionWaitsForTheFrame) {
 TEST_F(Play, TheEpilogueFollowsTheTwoHundredAndFirstFrameOfTheVortex) {
     enterHall({10.25f, 4.5f, 1.6f, -0.25f, true, true, true}); // in the air
     EXPECT_EQ(named("rotated 16x16", draw()).size(), 1u) << "a star of the flight";
-    int frames = 1;
+    EXPECT_EQ(order(draw()), (Log{"gradient", "blend", "1024x1024", "blend", "132x68", "36x36",
+                                  "rotated", "text", "rect", "rotated"}));
+    EXPECT_EQ(drawer().calls[0], "gradient 0 0 1280 720 112 96 128 255 255 255 255 255");
+    EXPECT_EQ(named("text", drawer().calls),
+              (Log{"text Speed: 384 40 1024 1 1 1 1 1", "text 88mph 1024 112 512 1 1 1 1 1"}));
+    int frames = 2;
     for (; frames < 300 && state() != "Epilogue"; ++frames) draw();
     EXPECT_EQ(frames, 201);
 }

@@ -80,7 +80,7 @@ TEST(ImageLoader, BrokenFilesAreUnreadable) {
     const Bytes png = PngBytes::file(PngBytes::rgb, 2, {1, 2, 3, 4, 5, 6});
     const Bytes bmp = bmpFile(2, 1, Bytes(8));
     for (std::size_t length = 0; length < png.size() - 16; ++length) {
-        // Where a file ends behind the head of a chunk, the library alone would never return.
+        // If a file ends after the head of a chunk, the library alone would never return.
         expectUnreadable(load(Bytes(png.begin(), png.begin() + static_cast<long>(length))));
     }
     // The library makes surfaces of absurd sizes from these.
@@ -88,7 +88,7 @@ TEST(ImageLoader, BrokenFilesAreUnreadable) {
          {std::pair(1u, 0x80000000), std::pair(0x80000000, 1u), std::pair(65536u, 65536u)}) {
         expectUnreadable(load(bmpFile(width, height, {})));
     }
-    for (std::size_t length = 0; length < 54; ++length) { // missing bytes count as anything
+    for (std::size_t length = 0; length < 54; ++length) { // the missing bytes may have any value
         Bytes cut(bmp.begin(), bmp.begin() + static_cast<long>(length));
         if (length > 22) cut[length - 1] = 0x80;
         load(cut); // returns
@@ -107,7 +107,8 @@ static Bytes changed(Bytes file, std::size_t place, const Bytes& bytes) {
     return file;
 }
 
-// The library's other readers crash or never end on files like the first ones.
+// The library can also decode the first formats here, but crashes or never ends on files like
+// these.
 TEST(ImageLoader, WhatIsNotWorthDecodingIsUnreadableBeforeItIsDecoded) {
     using Format = PictureFile::Format;
     for (const std::string start : {"gimp xcf file", "/* XPM */", "FORM    ILBM", "RIFF    WEBP",

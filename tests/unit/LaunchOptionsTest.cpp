@@ -72,12 +72,13 @@ TEST_F(LaunchOptionsTest, ArgumentsReplaceTheSettings) {
         {{"-w", "640", "-h", "480", "-aa", "-aa", "OSS"}, "640x480 full [-aa]"},
         // Antialiasing has at least two samples once it is named.
         {{"-w", "640", "-h", "480", "-a", "1"}, twice + "640x480 2x full"},
+        {{"-w", "640", "-h", "480", "-a", "2"}, "640x480 2x full"},
         {{"-w", "640", "-h", "480", "--antialias"}, twice + "640x480 2x full"},
-        // All numbers come from one stream: text that is not a number stays before what follows,
         {{"-w", "0", "-h", "480"}, defaultWidth + "1024x480 full"},
+        // All numbers come from one stream. Text that is not a number stays ahead of what follows.
         {{"-w", "wide", "-h", "480", "-a", "8"}, bothDefaults + twice + "1024x768 2x full"},
         {{"-w", "640", "-w", "wide", "-w", "800", "-h", "480"}, defaultHeight + "640x768 full"},
-        // and so does the rest after a number, unless it is the start of a number.
+        // So does what follows a number, unless a number can start with it.
         {{"-w", "640x480", "-h", "480", "-a", "8"}, defaultHeight + twice + "640x768 2x full"},
         {{"-w", "640-", "-h", "480"}, "640x-480 full"},
         // A sign alone and a number that is too large are consumed.

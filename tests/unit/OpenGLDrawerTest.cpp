@@ -93,6 +93,35 @@ TEST(Fitting, LeavesTheBarsBlackAndAFrameStartsCleared) {
     EXPECT_TRUE(paint([](auto&) {}).isBlack());
 }
 
+TEST(Background, IsTheSameFromTheCopy) {
+    OpenGLDrawer& drawer = window->drawer();
+    const auto copyFrameBuffer = glBlitFramebufferEXT;
+    for (const auto& [width, function] : {std::pair{1280, copyFrameBuffer},
+                                          {500, copyFrameBuffer},
+                                          {1280, nullptr},
+                                          {500, nullptr}}) {
+        glBlitFramebufferEXT = function;
+        drawer.resizeWindow(static_cast<std::uint16_t>(width), 720);
+        int painted = 0;
+        const auto show = [&] {
+            return paint([&](auto&) {
+                drawer.drawBackground(1, [&] {
+                    ++painted;
+                    drawer.fillGradient(0, 0, 1280, 720, 255, 0, 9, 255, 0, 200, 99, 255);
+                    drawer.drawTexture(window->quarters(), 100, 0, 20, 90, 1, 1, 1, 0.5f);
+                    drawer.drawTexture(window->quarters(), 1000, 0, 20, 90, 1, 1, 1, 0.5f);
+                });
+                drawer.drawTexture(window->quarters(), 0, 0, 40, 40, 0.5f, 1, 1, 0.5f);
+            });
+        };
+        const Picture first = show();
+        EXPECT_EQ(show().differenceTo(first), "");
+        EXPECT_EQ(painted, 1);
+    }
+    glBlitFramebufferEXT = copyFrameBuffer;
+    drawer.resizeWindow(GlWindow::width, GlWindow::height);
+}
+
 // --- textured quads
 
 TEST(Quads, AreScaledAndMirroredAboutTheirPlace) {
@@ -271,8 +300,8 @@ TEST(State, IsTheSameAfterEveryOperation) {
         [&](auto& d) { d.drawText("GO!", font, 1, 2, 10, 1, 1, 0, 1, 1); },
         [](auto& d) { d.drawLine(1, 2, 3, 4, 1, 0, 1, 1); },
         [](auto& d) { d.fillRect(1, 2, 3, 4, 1, 0, 1, 255); },
-        [](auto& d) { d.drawBackground(9, 0, [] {}); },
-        [](auto& d) { d.drawBackground(9, 9, [] {}); }};
+        [](auto& d) { d.drawBackground(9, [] {}); },
+        [](auto& d) { d.drawBackground(9, [] {}); }};
     paint([&](auto& drawer) {
         for (const auto& operation : operations) {
             operation(drawer);
@@ -308,8 +337,8 @@ TEST(GlyphText, ShowsTheImageOfEachCharacterAndAGapForOthers) {
     for (const int place : {-1, 44}) drawer.setGlyphImage(place, makePixels(1, 1, patchwork), 1);
     const Picture all = paint([&](auto& d) { d.drawGlyphText(signs, 100, 50, 20, 1, 1, 1, 1); });
     for (int i = 0; i < 43; ++i) {
-        EXPECT_TRUE(all.at(100 + i * 20 + 1, 51).isNear(colourOf(i))) << signs[i];
-        EXPECT_TRUE(all.at(100 + i * 20 + 18, 51).isNear(colourOf(i))) << signs[i];
+        EXPECT_TRUE(all.at(100 + i * 20 + 1, 51).isNear(colourOf(i))) << "glyph " << i;
+        EXPECT_TRUE(all.at(100 + i * 20 + 18, 51).isNear(colourOf(i))) << "glyph " << i;
     }
     EXPECT_EQ(all.ink(), (Picture::Box{100, 50, 100 + 43 * 20, 70}));
     const Picture text = // a glyph of font 0 is 32 units wide, and the text is not wrapped
@@ -320,4 +349,10 @@ TEST(GlyphText, ShowsTheImageOfEachCharacterAndAGapForOthers) {
         EXPECT_TRUE(text.at(place, 108).isNear({colour.r / 2, colour.g / 2, 0})) << place;
         place += 16;
     }
+}
+
+TEST(GlyphText, OverlapsByThePaddingOfOddSizes) {
+    window->drawer().setGlyphImage(0, makePixels(12, 12, [](int, int) { return red; }), 12);
+    const Picture text = paint([](auto& d) { d.drawGlyphText("AA", 100, 50, 32, 1, 1, 1, 1); });
+    EXPECT_EQ(text.ink(), (Picture::Box{100, 50, 100 + 24 + 32, 82})); // the second begins 24 on
 }

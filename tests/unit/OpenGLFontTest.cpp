@@ -93,16 +93,16 @@ TEST(OpenGLFont, StepsByTheScaledAdvanceAndByWholeLines) {
     EXPECT_NEAR(paint(font, "EE", 0.5f).ink().right - half.right, file.measure('E').advance / 2, 1);
 }
 
-// What creating a font in vain prints.
+// What is printed when a font cannot be created.
 static std::string complaintOf(const std::string& name, float size = 30) {
     testing::internal::CaptureStdout();
     EXPECT_EQ(window->drawer().createFont(name, size), 0);
     return testing::internal::GetCapturedStdout();
 }
 
-TEST(OpenGLFont, FromAFileThatIsMissingBrokenOrTooLargeIsNoFontAndPrintsALine) {
+TEST(OpenGLFont, AMissingFileOrAHugeSizePrintsALineAndMakesNoFont) {
     EXPECT_EQ(complaintOf("missing.ttf"), "OpenGLFont: Could not find font: missing.ttf\n");
-    EXPECT_EQ(complaintOf(""), "OpenGLFont: Could not find font: \n") << "a folder is no font";
+    EXPECT_EQ(complaintOf(""), "OpenGLFont: Could not find font: \n") << "a folder";
     EXPECT_EQ(complaintOf(fontName, 4000), "OpenGLFont: Could not load font: " + fontName + "\n")
         << "no texture would hold it";
 }

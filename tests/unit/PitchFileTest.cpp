@@ -17,7 +17,7 @@ static const std::string lines = "220\n240\n260\n280\n300\n320\n340\n360";
 class PitchFileTest : public testing::Test {
 protected:
     PitchFileTest() {
-        // Without a dot, which would give files without an extension one.
+        // Without a dot: the text after the last dot of a path counts as the extension.
         std::string pattern = testing::TempDir() + "PitchFileTestXXXXXX";
         folder = mkdtemp(pattern.data());
     }

@@ -61,7 +61,7 @@ static void expectSteps(const std::vector<PlayerStep>& steps) {
     }
 }
 
-// In these the runner is at column 1, row 1.
+// In these levels the runner is at column 1, row 1.
 static const std::string openAir = "...|...|...";
 static const std::string ground = "...|...|###";
 static const std::string wallLeft = "#..|#..|#..";
@@ -98,7 +98,6 @@ TEST(Player, AKickPushesOffTheRightWallIfThereAreTwo) {
         {wallRight, "1.5 1.5 0 0", "K", "1 1.26 -0.5 -0.24 KAL"},
         {wallLeft, "1.5 1.5 0 0", "K", "2 1.26 0.5 -0.24 KA"},
         {"...|..F|...", "1.5 1.5 0 0", "K", "1 1.26 -0.5 -0.24 KAL"}, // a flame counts as a wall
-        {"...|F..|...", "1.5 1.5 0 0", "K", "2 1.26 0.5 -0.24 KA"},
         // The push ends at the left wall and the climb remains; a flame there throws it back.
         {shaft, "1.5 1.5 0 0", "K", "1 1.26 0 -0.24 KA"},
         {"...|F.#|...", "1.5 1.5 0 0", "K", "2 1.26 1 -0.24 KA"},
@@ -134,7 +133,6 @@ TEST(Player, AKickEndsAtTheTopOfItsArcIfItHasOne) {
         {openAir, "1.5 1.5 0 -0.02 KA", "", "1.5 1.49 0 -0.01 KA"},
         {openAir, "1.5 1.5 0 -0.01 KA", "", "1.5 1.5 0 0 A"}, // to exactly 0
         {openAir, "1.5 1.5 0 -0.005 KA", "", "1.5 1.505 0 0.005 A"},
-        {openAir, "1.5 1.5 0 0 KA", "", "1.5 1.51 0 0.01 KA"},
         {openAir, "1.5 1.5 0 0.5 KA", "", "1.5 2.01 0 0.51 KA"},
         // Steering and the limit apply again in the same step, unless a new kick begins.
         {openAir, "1.5 1.5 -1.5 -0.005 KA", "R", "0.75 1.505 -0.75 0.005 AL"},
@@ -161,13 +159,11 @@ TEST(Player, AFallThatOvershootsIsLiftedHalfATilePerWholeTileOfSpeed) {
         {high + "###", "1.5 5.75 0 1 KA", "", "1.5 5 0 0"}, // not above 1
         {high + "###", "1.5 5.5 0 1.25 KA", "", "1.5 5 0 0"},
         {high + "###", "1.5 5.4375 0 1.25 KA", "", "1.5 4 0 0"},
-        {high + "###", "1.5 5.75 0 2 KA", "", "1.5 5 0 0"},
         {high + "###", "1.5 5.75 0 2.25 KA", "", "1.5 4 0 0"},
         {high + "###", "1.5 5.75 0 4.25 KA", "", "1.5 3 0 0"},
         // The flame reflects only the speed that the lift leaves, and only if the lift ends above
-        // it.
+        // the flame.
         {high + "FFF", "1.5 5.75 0 1.25 KA", "", "1.5 4.75 0 -0.25 A"},
-        {high + "FFF", "1.5 5.25 0 1.25 KA", "", "1.5 4 0 0"},
         // Walls and ceilings are tested at the lifted position.
         {"...|..#|...|###", "1.5 2.25 0.25 1.25 K", "R", "1 1 0 0"},
         {"...|...|..#|###", "1.5 2.25 0.25 1.25 K", "R", "1.76 1 0.26 0"},
@@ -184,7 +180,6 @@ TEST(Player, JumpsFromAnythingSolidUntilACeilingStopsIt) {
         {burningGround, "1.5 1.75 0 0.75", "K", "1.5 0.75 0 -0.25 A"},
         {ground, "1.5 1.75 0 -0.25", "K", "1.5 1 0 -0.75 A"}, // while it rises
         {".#.|...|###", "1.5 1.5 0.25 0", "K", "1.665 1.5 0.165 0 A"},
-        {".F.|...|###", "1.5 1.5 0.25 0", "K", "1.665 1.5 0.165 0 A"},
         {".#.|...|###", "1.5 1.5 0.25 0 A", "", "1.665 1.5 0.165 0 A"}, // and it stays airborne
         {".#.|...|...", "1.5 1.5 0 0.5", "", "1.5 2.01 0 0.51 A"},
         // A kick continues sideways.
@@ -199,7 +194,6 @@ TEST(Player, HasFrictionOnTheGroundIsSteeredByHundredthsAndBrakedByHalves) {
         {ground, "1.5 1.5 -0.5 0", "UD", "1.17 1.5 -0.33 0 L"},
         {ground, "1.5 1.5 0.0153 0", "", "1.5101 1.5 0.010098 0"},
         {ground, "1.5 1.5 0.0151 0", "", "1.5 1.5 0 0"},
-        {ground, "1.5 1.5 -0.0151 0", "", "1.5 1.5 0 0"},
         {ground, "1.5 1.5 0.5 0", "LR", "2 1.5 0.5 0"},
         {ground, "1.5 1.5 0.005 0", "R", "1.515 1.5 0.015 0"},
         // Steering; above a speed of 0.05 steering against the motion brakes.
@@ -209,7 +203,6 @@ TEST(Player, HasFrictionOnTheGroundIsSteeredByHundredthsAndBrakedByHalves) {
         {openAir, "1.5 1.5 -0.05 0 L", "R", "1.46 1.51 -0.04 0.01 AL"},
         {openAir, "1.5 1.5 0.0502 0", "L", "1.5251 1.51 0.0251 0.01 A"},
         {openAir, "1.5 1.5 -0.0502 0 L", "R", "1.4749 1.51 -0.0251 0.01 AL"},
-        {openAir, "1.5 1.5 0.5 0", "LR", "2 1.51 0.5 0.01 A"},
         // The limit outside a kick.
         {openAir, "1.5 1.5 1 1", "R", "2.5 2.5 1 1 A"},
         {openAir, "1.5 1.5 -1 -1.5", "L", "0.5 0.5 -1 -1 AL"},
@@ -219,25 +212,19 @@ TEST(Player, HasFrictionOnTheGroundIsSteeredByHundredthsAndBrakedByHalves) {
 TEST(Player, AWallStopsTheRunnerAndDropsTheFractionAndAFlameThrowsItAway) {
     expectSteps({
         {"...|..#|###", "1.875 1.5 0.25 0", "R", "1 1.5 0 0"},
-        {"...|..#|...", "1.875 1.5 0.25 0", "R", "1 1.51 0 0.01 A"},
-        {"...|#..|###", "1.875 1.5 -0.25 0 L", "L", "1 1.5 0 0 L"},
         {"...|#..|...", "1.875 1.5 -0.25 0 L", "L", "1 1.51 0 0.01 AL"},
         {shaft, "1.875 1.5 0 0", "", "1.875 1.51 0 0.01 A"}, // not at rest
         {wallLeft, "1.125 1.5 0.25 0", "", "1.375 1.51 0.25 0.01 A"},
         {wallRight, "1.875 1.5 -0.25 0 L", "", "1.625 1.51 -0.25 0.01 AL"},
-        {"#.#|...|#.#", "1.5 1.5 0.25 0", "", "1.75 1.51 0.25 0.01 A"},
         {"...|..F|###", "1.75 1.5 0.25 0", "R", "0 1.5 -1 0 L"},
         {"...|F..|###", "1.75 1.5 -0.25 0 L", "L", "2 1.5 1 0"},
         // The wall behind is not tested in that step.
         {"...|#.F|...", "1.75 1.5 0.25 0", "", "0 1.51 -1 0.01 AL"},
-        {"...|#.F|...", "1.75 1.5 0 0", "", "1.75 1.51 0 0.01 A"},
     });
 }
 
 TEST(Player, FacesItsMotionAndKeepsFacingThatWayAtRest) {
     expectSteps({
-        {openAir, "1.5 1.5 0.25 0 L", "", "1.75 1.51 0.25 0.01 A"},
-        {openAir, "1.5 1.5 -0.25 0", "", "1.25 1.51 -0.25 0.01 AL"},
         {openAir, "1.5 1.5 0 0 L", "", "1.5 1.51 0 0.01 AL"},
         {wallLeft, "1.5 1.5 0 0", "L", "1 1.51 0 0.01 A"},        // no turn against a wall,
         {openAir, "1.5 1.5 0.5 0", "L", "1.75 1.51 0.25 0.01 A"}, // nor while it brakes

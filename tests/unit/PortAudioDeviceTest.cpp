@@ -119,13 +119,8 @@ TEST_F(PortAudioDeviceTest, AFailurePrintsALineAndUndoesWhatWasDone) {
 }
 
 TEST_F(PortAudioDeviceTest, ChoosesAnAudioApiByItsName) {
-    const std::pair<const char*, PaHostApiTypeId> apis[] = {{"DirectSound", paDirectSound},
-                                                            {"MME", paMME},
-                                                            {"ASIO", paASIO},
-                                                            {"CoreAudio", paCoreAudio},
-                                                            {"OSS", paOSS},
-                                                            {"ALSA", paALSA},
-                                                            {"JACK", paJACK}};
+    const std::pair<const char*, PaHostApiTypeId> apis[] = {
+        {"DirectSound", paDirectSound}, {"MME", paMME}, {"OSS", paOSS}, {"JACK", paJACK}};
     fake.apis.clear();
     for (const auto& [name, id] : apis) fake.addApi(id, name, paNoDevice, id);
     for (const auto& [name, id] : apis) {
@@ -155,6 +150,6 @@ TEST_F(PortAudioDeviceTest, DoesNotCloseAJackStreamWhoseServerIsSilent) {
     takeCalls();
     device.close();
     EXPECT_EQ(takeCalls(), Calls());
-    askForSamples(buffer, 1); // the server was only stopped, but the callback may be gone
+    askForSamples(buffer, 1); // the server was only paused, but the callback may be gone
     EXPECT_EQ(buffer[0], 0.0f);
 }

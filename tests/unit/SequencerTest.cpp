@@ -8,7 +8,7 @@
 #include "sound/SequencerCursor.h"
 #include "tools/Inspector.h"
 
-// What SoundGoldenTest does not hear.
+// What SoundGoldenTest does not cover.
 class SequencerTest : public testing::Test, public SequencerCursor::Callback {
 protected:
     using Event = std::pair<std::int32_t, std::int64_t>; // step; sample since the start of the test
