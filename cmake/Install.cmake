@@ -1,9 +1,7 @@
 # SPDX-License-Identifier: Zlib
-# Where files go below the prefix. The programs look for data in their own folder, so it contains links
-# to the data, and users start the programs through links. All links are relative, so the tree can be
-# moved. Two components: game, and tools for authors of levels and sounds.
-set(TARNWICK_SITE "https://tarnwick.example" CACHE STRING
-    "Address of the homepage; those of screenshots and contact are derived from it")
+# Where files go below the prefix. The programs look for data in their own folder, so it contains
+# links to the data, and users start the programs through links. All links are relative, so the tree
+# can be moved. There are two components: game, and tools for players and authors.
 string(REGEX REPLACE "^[a-z]+://([^/:]+).*$" "\\1" siteHost "${TARNWICK_SITE}")
 string(REPLACE "." ";" siteWords "${siteHost}")
 list(REVERSE siteWords)
@@ -39,8 +37,8 @@ function(install_link folder name target component)
     install(FILES ${link} DESTINATION ${folder} COMPONENT ${component})
 endfunction()
 
-# install_text(TEMPLATE FOLDER NAME COMPONENT [COMPRESS] [EXCLUDE_FROM_ALL]): a file of packaging/ in
-# which values are filled in during the installation; with EXCLUDE_FROM_ALL for packages only.
+# install_text(TEMPLATE FOLDER NAME COMPONENT [COMPRESS] [EXCLUDE_FROM_ALL]): a file of packaging/,
+# with values filled in during the installation. EXCLUDE_FROM_ALL: for packages only.
 function(install_text template folder name component)
     set(gzip)
     if(COMPRESS IN_LIST ARGN)
@@ -93,10 +91,9 @@ foreach(tool levelcheck render_wav replay)
     install(TARGETS ${tool} RUNTIME DESTINATION ${programFolder} COMPONENT tools)
     install_link(${CMAKE_INSTALL_BINDIR} ${name} ${programFolder}/${name} tools)
     install_man(tools ${name}.1)
+    install(FILES packaging/completion/${name}
+        DESTINATION ${shareFolder}/bash-completion/completions COMPONENT tools)
 endforeach()
-
-install(FILES packaging/completion/tarnwick-replay
-    DESTINATION ${shareFolder}/bash-completion/completions COMPONENT tools)
 install_text(tarnwick-record.desktop.in ${shareFolder}/applications tarnwick-record.desktop tools)
 
 install_man(game tarnwick.6 tarnwick-level.5 tarnwick-patch.5 tarnwick-pitch.5
@@ -111,6 +108,6 @@ endforeach()
 install(FILES packaging/icons/tarnwick.svg DESTINATION ${shareFolder}/icons/hicolor/scalable/apps
     COMPONENT game)
 
-# The Debian packages have these in another form.
+# The Debian packages contain these in another form.
 install(FILES LICENSE CHANGELOG.md DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT documents)
 install(DIRECTORY LICENSES DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT documents)

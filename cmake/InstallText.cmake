@@ -1,7 +1,7 @@
 # SPDX-License-Identifier: Zlib
-# Included by install scripts: fills in @VERSION@, @DATE@ and so on in TEMPLATE, and installs it in
-# FOLDER (below the prefix) as NAME, compressed and with the suffix .gz if GZIP is set. The prefix is
-# not known earlier. WORK is a folder of the build tree, SOURCE that of the source.
+# Included by install scripts, since the prefix is not known earlier: fills in @VERSION@, @DATE@ and
+# so on in TEMPLATE, and installs it in FOLDER (below the prefix) as NAME. If GZIP is set, the file
+# is compressed and has the suffix .gz. WORK is a folder of the build tree, SOURCE that of the source.
 include(${SOURCE}/cmake/SourceDate.cmake)
 string(TIMESTAMP DATE "%Y-%m-%d" UTC)
 string(TIMESTAMP MAIL_DATE "%a, %d %b %Y %H:%M:%S +0000" UTC)

@@ -23,8 +23,8 @@ public:
 
     CommandLine(const std::vector<std::string>& arguments, const KnownOptions& known);
 
-    // Whether the first word is this name. If it is, there must be `wordCount` words in all and no
-    // other options than `itsOptions`.
+    // Whether the first word is this name. If it is, throws Error unless there are `wordCount`
+    // words in all and no options other than `itsOptions`. Throws Error if there is no word.
     bool isCommand(const std::string& name, std::size_t wordCount,
                    const std::vector<std::string>& itsOptions) const {
         return isCommand(name, wordCount, wordCount, itsOptions);
@@ -38,7 +38,7 @@ public:
 
     bool has(const std::string& option) const { return options.count(option) > 0; }
 
-    // Whether this option is given. If it is, there must be nothing else.
+    // Whether this option is given. If it is, throws Error if there is anything else.
     bool isAlone(const std::string& option) const {
         if (!has(option)) return false;
         if (options.size() == 1 && words.empty()) return true;
@@ -50,7 +50,8 @@ public:
         return has(option) ? options.at(option) : otherwise;
     }
 
-    // The whole text as a number from least to most; `what` names it in the error.
+    // The whole text as a number from least to most. Otherwise throws Error, in which `what` names
+    // it.
     template <typename Number>
     static Number readNumber(const std::string& what, const std::string& text, Number least,
                              Number most) {
@@ -73,9 +74,9 @@ private:
 const char* programVersion();
 
 // The main function of a companion program. Prints the usage for --help, and the version for
-// --version. If the work
-// throws, it prints one line to standard error, and after it the usage if the command line was
-// wrong. Returns the work's exit status, 2 for a wrong command line, or else `failed`.
+// --version. If the work throws, it prints one line to standard error, and after it the usage if
+// the command line was wrong. Returns the work's exit status, 2 for a wrong command line, or else
+// `failed`.
 int runProgram(int argc, char* argv[], const std::string& name, const std::string& usage,
                const CommandLine::KnownOptions& known, int failed,
                const std::function<int(const CommandLine&)>& work);

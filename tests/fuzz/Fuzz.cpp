@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Zlib
-// Feeds readers with what libFuzzer makes up: fuzz TARGET [OPTION OF LIBFUZZER...] CORPUS. A report
-// of a sanitizer, a hang or too much memory is a fault; what is read does not matter.
+// Feeds the readers of files and arguments with data from libFuzzer: fuzz TARGET [OPTION OF
+// LIBFUZZER...] CORPUS. A report of a sanitizer, a hang or too much memory is a fault; what is read
+// does not matter.
 #include <unistd.h>
 
 #include <cstdlib>
@@ -24,12 +25,12 @@
 #include "sound/PolyphonicSynth.h"
 #include "sound/SimpleSynth.h"
 #include "tools/levelcheck/Zones.h"
-#include "tools/replay/InputScript.h"
+#include "tools/replay/RunLink.h"
 
-// The folder of this process, which ends with it.
+// A folder in memory for this process. Its end removes the folder.
 static const std::string& folder() {
     struct Folder {
-        std::string path = "/tmp/fuzz.XXXXXX";
+        std::string path = "/dev/shm/fuzz.XXXXXX";
         Folder() { mkdtemp(path.data()); }
         ~Folder() { std::filesystem::remove_all(path); }
     };
@@ -89,7 +90,7 @@ static void fuzzFont(const std::string& bytes) {
     if (font.isValid()) font.draw("Speed: 88mph", 0, 0, 100, 1, 1, 1, 1, 1);
 }
 
-// Two numbers, then the text; a font of three characters with odd widths.
+// Five numbers, then the text. Three of them are the widths of the font's characters.
 static void fuzzWrap(const std::string& bytes) {
     float numbers[5] = {};
     if (bytes.size() < sizeof numbers) return;
@@ -108,6 +109,16 @@ static void fuzzReplay(const std::string& bytes) {
     for (std::uint32_t frame = 0; frame < 100; ++frame) script.pressesBefore(frame);
 }
 
+// Half of the inputs are links. The others are made into links, so that the letters need not be
+// guessed.
+static void fuzzLink(const std::string& bytes) {
+    if (bytes.empty()) return;
+    try {
+        const bool links = bytes.front() % 2 != 0;
+        RunLink::read(links ? std::string(RunLink::mark) + bytes.substr(1) : RunLink::of(bytes));
+    } catch (const std::runtime_error&) {}
+}
+
 static void fuzzZones(const std::string& bytes) {
     Zones zones;
     zones.read(bytes);
@@ -117,10 +128,11 @@ static void fuzzZones(const std::string& bytes) {
 static const std::map<std::string, void (*)(const std::string&)> targets = {
     {"settings", fuzzSettings}, {"arguments", fuzzArguments}, {"patch", fuzzPatch},
     {"pitches", fuzzPitches},   {"picture", fuzzPicture},     {"font", fuzzFont},
-    {"wrap", fuzzWrap},         {"replay", fuzzReplay},       {"zones", fuzzZones}};
+    {"wrap", fuzzWrap},         {"replay", fuzzReplay},       {"zones", fuzzZones},
+    {"link", fuzzLink}};
 static void (*target)(const std::string&) = nullptr;
 
-// Takes the first argument.
+// Removes the first argument, the target.
 extern "C" int LLVMFuzzerInitialize(int* count, char*** arguments) {
     const auto found = *count > 1 ? targets.find((*arguments)[1]) : targets.end();
     if (found == targets.end()) {

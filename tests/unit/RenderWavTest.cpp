@@ -1,14 +1,10 @@
 // SPDX-License-Identifier: Zlib
 // The program that renders sound, and the shipped patches and tunes.
-#include <algorithm>
-#include <cmath>
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
-#include <stdexcept>
 
 #include <gtest/gtest.h>
-#include <sndfile.h>
 #include <sys/wait.h>
 
 static const std::filesystem::path pitchFolder = std::filesystem::path(DATA) / "pitches";
@@ -35,19 +31,12 @@ protected:
         return {WEXITSTATUS(pclose(pipe)), printed};
     }
 
-    // The samples, interleaved, of what the program writes to a.wav.
-    std::vector<float> render(const std::string& arguments) const {
+    // The bytes of a.wav, which the program writes.
+    std::string render(const std::string& arguments) const {
         const auto [status, printed] = run(arguments);
         EXPECT_EQ(status, 0) << arguments << printed;
-        SF_INFO info = {};
-        SNDFILE* const file = sf_open((folder / "a.wav").c_str(), SFM_READ, &info);
-        if (!file) throw std::runtime_error(sf_strerror(nullptr));
-        EXPECT_EQ(info.samplerate, 44100);
-        EXPECT_EQ(info.channels, 2);
-        std::vector<float> samples(static_cast<std::size_t>(2 * info.frames));
-        EXPECT_EQ(sf_readf_float(file, samples.data(), info.frames), info.frames);
-        sf_close(file);
-        return samples;
+        std::ifstream file(folder / "a.wav", std::ios::binary);
+        return {std::istreambuf_iterator<char>(file), {}};
     }
 
     static std::string music(const std::string& rest) {
@@ -68,15 +57,14 @@ TEST_F(RenderWavTest, PrintsWhatIsWrongAndWritesNothing) {
     } cases[] = {
         {"sing a.wav", 2, "unknown command sing"},
         {"bom a.wav --bits 24", 2, "--bits cannot be"},
-        {"bom a.wav --seed 1", 2, "bom has no option --seed"},
         {"drum gong a.wav", 2, "unknown drum gong"},
         {music("0 a.wav"), 2, "BARS cannot be"},
         {"note seven.txt 440 a.wav", 1,
          "not a patch: seven.txt: line 23 needs the number 16 in column 26, and lines 26 "
          "on need as many values"},
-        {"note short.inl 440 a.wav", 1, "only 1 of 16 values in short.inl, from line 26 on"},
+        {"note short.inl 440 a.wav", 1,
+         "short.inl, line 27: no number; lines 26 to 41 need one each"},
         {"music seven.txt 1 a.wav", 1, "note 7 has no pitch in seven.txt"},
-        {"bom a.wav --patches .", 1, "no such file: ./SeqBass.inl"},
         {"drum kick /dev/full", 1, "cannot write /dev/full"},
     };
     for (const auto& [arguments, status, reason] : cases) {
@@ -88,15 +76,14 @@ TEST_F(RenderWavTest, PrintsWhatIsWrongAndWritesNothing) {
 }
 
 TEST_F(RenderWavTest, OptionsDecideTheMusic) {
-    const std::vector<float> slow = render(music("2 a.wav --speed slow"));
-    EXPECT_EQ(slow.size(), 2U * 176547) << "two bars";
-    const std::vector<float> fast = render(music("2 a.wav"));
+    const std::string slow = render(music("2 a.wav --speed slow"));
+    EXPECT_EQ(slow.substr(22, 6), std::string("\2\0\x44\xAC\0\0", 6)) << "stereo, 44100 hertz";
+    EXPECT_NEAR(static_cast<double>(slow.size()), 8 * 176547, 100) << "two bars";
+    const std::string fast = render(music("2 a.wav"));
     EXPECT_GT(fast.size(), slow.size()) << "the high voice rings out";
     EXPECT_EQ(render(music("2 a.wav --seed 1 --speed 0.51")), fast);
     EXPECT_NE(render(music("2 a.wav --seed 2")), fast);
-    const std::vector<float> rounded = render(music("2 a.wav --bits 16"));
-    EXPECT_TRUE(std::ranges::equal(
-        rounded, fast, [](float a, float b) { return std::fabs(a - b) <= 1.0f / 32767; }));
+    EXPECT_LT(render(music("2 a.wav --bits 16")).size(), fast.size() / 2 + 100);
 }
 
 // art/measure_music.py measures more, and art/make_pitches.py checks the ranges of the notes.

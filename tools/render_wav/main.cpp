@@ -51,15 +51,17 @@ static void requireFile(const FilePath& file) {
 static void loadPatch(std::size_t bank, const FilePath& path) {
     requireFile(path);
     const std::int32_t count = SimpleSynth().parameterCount();
-    const auto values = PatchFile(path.text(), count).getValues().size();
-    const std::string number = std::to_string(count);
-    if (values == 0) {
-        throw failure("not a patch: " + path.text() + ": line 23 needs the number " + number +
-                      " in column 26, and lines 26 on need as many values");
+    const PatchFile patch(path.text(), count);
+    const auto& values = patch.getValues();
+    if (values.empty()) {
+        throw failure("not a patch: " + path.text() + ": line 23 needs the number " +
+                      std::to_string(count) + " in column 26, and lines 26 on need as many values");
     }
-    if (values < static_cast<std::size_t>(count)) {
-        throw failure("only " + std::to_string(values) + " of " + number + " values in " +
-                      path.text() + ", from line 26 on");
+    for (std::int32_t i = 0; i < count; ++i) {
+        const auto place = static_cast<std::size_t>(i);
+        if (place < values.size() && values[place].index == i) continue;
+        throw failure(path.text() + ", line " + std::to_string(26 + i) +
+                      ": no number; lines 26 to " + std::to_string(25 + count) + " need one each");
     }
     AudioSingleton::instance().loadPatch(bank, path.text());
 }

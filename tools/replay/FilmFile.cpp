@@ -8,7 +8,6 @@
 
 #include <cerrno>
 #include <csignal>
-#include <cstdio>
 #include <cstring>
 #include <filesystem>
 #include <map>
@@ -16,7 +15,7 @@
 
 using Arguments = std::vector<std::string>;
 
-// What ffmpeg is told for each ending. The pictures come upside down.
+// The arguments of ffmpeg for each ending. The pictures arrive upside down.
 static const std::map<std::string, Arguments> formats = {
     {".mp4",
      {"-vf", "vflip", "-c:v", "libx264", "-preset", "veryfast", "-crf", "20", "-pix_fmt", "yuv420p",
@@ -132,7 +131,7 @@ void FilmFile::addFrame(const std::vector<unsigned char>& pixels,
     throw std::runtime_error("ffmpeg ended too early");
 }
 
-// Closes the pipes and waits for ffmpeg. Says whether it succeeded.
+// Closes the pipes and waits for ffmpeg. Returns whether it succeeded.
 bool FilmFile::endProcess() {
     close(pictures);
     {

@@ -52,8 +52,9 @@ void GameRun::run() {
     } catch (const FatalError& error) {
         throw std::runtime_error(error.text);
     }
-    if (frame == 0)
+    if (frame == 0) {
         throw std::runtime_error("the game could not open a window; is there a display?");
+    }
 }
 
 int GameRun::pollEvent(SDL_Event* event) {

@@ -9,23 +9,23 @@
 
 #include "drawing/Drawer.h"
 #include "tools/replay/RunLevel.h"
+#include "tools/replay/RunLink.h"
 
 static constexpr float paleness = 0.4f; // opacity of a ghost
 static constexpr float nameOpacity = 0.75f;
 static constexpr float nameX = 592; // units, when the ghost is where the runner is
 static constexpr float nameY = 450;
-static constexpr float nameHeight =
-    22;                               // a ghost's name is over those before it, so all can be read
-static constexpr float nameSize = 24; // pixels
+static constexpr float nameHeight = 22; // units; names are above each other, so all can be read
+static constexpr float nameSize = 24;   // pixels
 static constexpr std::size_t longestName = 20; // letters
 static constexpr float farthestX = 12;         // tiles; farther ghosts are beyond the screen
 static constexpr float farthestY = 9;          // tiles
 static constexpr int shownSpinFrames = 100;    // from a ghost's goal on
 
-// The name of the player, or else of the file, as far as the game's font has letters.
+// The name of the player, or else of the file, in ASCII, since the game's font has nothing else.
 static std::string shownName(const InputScript& script, const std::string& file) {
     std::string name = script.getHeader().player;
-    if (name.empty()) name = std::filesystem::path(file).stem();
+    if (name.empty()) name = std::filesystem::path(RunLink::nameOf(file)).stem();
     std::string shown;
     for (const char letter : name.substr(0, longestName)) {
         shown += letter >= ' ' && letter <= '~' ? letter : '?';
@@ -34,12 +34,13 @@ static std::string shownName(const InputScript& script, const std::string& file)
 }
 
 Ghosts::Ghost::Ghost(const std::string& file, const RunLevel& level)
-    : script(InputScript::fromFile(file)), run(script, level.getMap()),
-      name(shownName(script, file)) {
+    : script(RunLink::read(file)), run(script, level.getMap()), name(shownName(script, file)) {
     const std::string refusal = level.refusal(script.getHeader());
-    if (!refusal.empty()) throw std::runtime_error(file + " does not fit: " + refusal);
+    if (!refusal.empty())
+        throw std::runtime_error(RunLink::nameOf(file) + " does not fit: " + refusal);
     while (run.getPlayFrames() == 0 && run.step()) {}
-    if (run.getPlayFrames() == 0) throw std::runtime_error(file + " ends before the play");
+    if (run.getPlayFrames() == 0)
+        throw std::runtime_error(RunLink::nameOf(file) + " ends before the play");
 }
 
 void Ghosts::add(const std::string& file, const RunLevel& level) {
@@ -75,7 +76,7 @@ void Ghosts::draw(Ghost& ghost, Drawer& drawer, std::int32_t font, float nameTop
     glBlendFunc(GL_CONSTANT_ALPHA, GL_ONE_MINUS_CONSTANT_ALPHA);
     ghost.run.getPlayer().draw(drawer);
     glPopAttrib();
-    // White with a shadow, which can be read on bright sky and dark rock.
+    // White with a shadow can be read on bright sky and on dark rock.
     drawer.drawText(ghost.name, font, nameX + 2, nameTop + 2, 400, 1, 0, 0, 0, nameOpacity);
     drawer.drawText(ghost.name, font, nameX, nameTop, 400, 1, 1, 1, 1, nameOpacity);
 }

@@ -20,10 +20,7 @@ public:
     // cannot be read, is for another level, or has no play.
     void add(const std::string& file, const RunLevel& level);
 
-    std::size_t getCount() const { return ghosts.size(); }
-
-    // A frame of the play: moves each ghost a step and draws it over the play's picture. Called
-    // before the frame is shown.
+    // Draws each ghost over a frame of the play, before that is shown, and moves it a step.
     void draw(Drawer& drawer, const Player& runner);
 
 private:

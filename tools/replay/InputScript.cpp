@@ -27,7 +27,7 @@ static bool readNumber(std::string_view word, Number& number, int base = 10) {
     return problem == std::errc() && stop == last;
 }
 
-// The text without what a terminal could obey.
+// The text with a question mark for each control character, which a terminal could obey.
 static std::string harmless(std::string_view text) {
     std::string shown(text);
     for (char& letter : shown) {

@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: Zlib
 #include "tools/replay/RecordRun.h"
 
+#include <algorithm>
 #include <filesystem>
 
+#include "base/FilePath.h"
 #include "screens/TitleScreen.h"
 #include "tools/CommandLine.h"
 #include "tools/Inspector.h"
@@ -13,6 +15,20 @@ static constexpr unsigned bitOf(int key) {
 }
 
 static constexpr unsigned directions = bitOf(InputScript::action) - 1;
+
+// The options with one of the game's tunes, by the seed, unless they name one.
+static GameRun::Options withTune(GameRun::Options options) {
+    if (!options.pitches.empty()) return options;
+    const FilePath folder = FilePath(GameRun::dataFolder()).join("pitches");
+    std::vector<std::string> tunes;
+    for (std::uint32_t i = 0; i < folder.getEntryCount(); ++i) {
+        const FilePath entry = folder.getEntry(i);
+        if (entry.isOrdinaryFile() && entry.getExtension() == "txt") tunes.push_back(entry.text());
+    }
+    std::sort(tunes.begin(), tunes.end()); // the folder's order differs between machines
+    if (!tunes.empty()) options.pitches = tunes[options.seed % tunes.size()];
+    return options;
+}
 
 static InputScript::Header headerOf(const std::string& player, const RunLevel& level,
                                     const GameRun::Options& options) {
@@ -28,7 +44,7 @@ static InputScript::Header headerOf(const std::string& player, const RunLevel& l
 
 RecordRun::RecordRun(const std::string& file, const std::string& player, const RunLevel& level,
                      Options chosen)
-    : GameRun(std::move(chosen)), writer(file, headerOf(player, level, options)) {}
+    : GameRun(withTune(std::move(chosen))), writer(file, headerOf(player, level, options)) {}
 
 void RecordRun::play() {
     try {
@@ -41,7 +57,7 @@ void RecordRun::play() {
     writer.writeEnd(frame, result.goal ? std::optional(result.frames) : std::nullopt);
 }
 
-// The game's own bindings; any other key or button only turns a page of the title.
+// The game's own bindings. Any other key or button only turns a page of the title.
 static int keyOf(SDLKey symbol) {
     switch (symbol) {
     case SDLK_UP: return InputScript::up;
@@ -78,7 +94,7 @@ void RecordRun::addEvents() {
         return;
     }
     unsigned keys = held | (pressed & bitOf(InputScript::action));
-    // On the title any key turns the page, also one that is up again and one that the play ignores.
+    // On the title any key turns the page, even one already released or one that the play ignores.
     const bool onTitle = dynamic_cast<TitleScreen*>(Inspector::state(*application)) != nullptr;
     const bool turned = (keys & ~shown) != 0;
     if (onTitle && pressed != 0 && !turned) keys |= bitOf(InputScript::action);

@@ -11,7 +11,7 @@ class RunLevel;
 // exactly this line, so that the file plays the same run.
 class RecordRun : public GameRun {
 public:
-    // Makes the file; see RunWriter.
+    // Makes the file; see RunWriter. If the options name no tune, the seed picks one of the game's.
     RecordRun(const std::string& file, const std::string& player, const RunLevel& level,
               Options options);
 

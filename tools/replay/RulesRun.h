@@ -22,6 +22,7 @@ public:
     bool hasPressedAction() const { return pressedAction; } // in the last frame
     bool reachesGoal() const { return goal; }
     std::uint32_t getPlayFrames() const { return playFrames; } // up to now, the goal's included
+    std::uint32_t getTitleFrames() const { return frame - playFrames; }
 
 private:
     void handle(const InputScript::Press& press);

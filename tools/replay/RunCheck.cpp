@@ -1,13 +1,16 @@
 // SPDX-License-Identifier: Zlib
 #include "tools/replay/RunCheck.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <filesystem>
 #include <stdexcept>
+#include <utility>
 
 #include "game/PlayRules.h"
 #include "tools/replay/RulesRun.h"
 #include "tools/replay/RunLevel.h"
+#include "tools/replay/RunLink.h"
 
 static std::string decimals(double number, int count) {
     char digits[32];
@@ -35,9 +38,9 @@ std::string RunCheck::name() const {
 
 RunCheck RunCheck::of(const std::string& file, const RunLevel& level) {
     RunCheck check;
-    check.file = file;
+    check.file = RunLink::nameOf(file);
     try {
-        const InputScript script = InputScript::fromFile(file);
+        const InputScript script = RunLink::read(file);
         check.player = script.getHeader().player;
         check.cutShort = script.isCutShort();
         check.problem = level.refusal(script.getHeader());
@@ -46,6 +49,7 @@ RunCheck RunCheck::of(const std::string& file, const RunLevel& level) {
         while (run.step()) {}
         check.result.goal = run.reachesGoal();
         check.result.frames = run.getPlayFrames();
+        check.titleFrames = run.getTitleFrames();
         check.problem = brokenClaim(script.getHeader(), check.result);
     } catch (const std::runtime_error& error) {
         check.problem = error.what();
@@ -83,6 +87,7 @@ std::string RunCheck::json(const std::vector<RunCheck>& checks, const RunLevel& 
                 ", \"goal\": " + (check.result.goal ? "true" : "false") +
                 ", \"frames\": " + std::to_string(check.result.frames) +
                 ", \"seconds\": " + decimals(check.result.seconds(), 3) +
+                ", \"titleFrames\": " + std::to_string(check.titleFrames) +
                 ", \"level\": " + jsonText(level.getName()) + ", \"levelHash\": \"" +
                 RunLevel::hashText(level.getHash()) + "\"" +
                 ", \"player\": " + jsonText(check.player) +
@@ -90,4 +95,19 @@ std::string RunCheck::json(const std::vector<RunCheck>& checks, const RunLevel& 
                 ", \"problem\": " + jsonText(check.problem) + "}";
     }
     return text + "\n]\n";
+}
+
+std::string RunCheck::table(std::vector<RunCheck> checks) {
+    const auto place = [](const RunCheck& check) {
+        return std::pair(!check.result.goal, check.result.goal ? check.result.frames : 0);
+    };
+    std::stable_sort(checks.begin(), checks.end(), [&](const RunCheck& one, const RunCheck& other) {
+        return place(one) < place(other);
+    });
+    std::string text;
+    for (std::size_t i = 0; i < checks.size(); ++i) {
+        text +=
+            std::to_string(i + 1) + ". " + checks[i].name() + ": " + checks[i].result.text() + "\n";
+    }
+    return text;
 }

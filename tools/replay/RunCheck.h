@@ -19,10 +19,11 @@ struct RunResult {
 // What the rules say about the run of a file.
 struct RunCheck {
     std::string file;
-    std::string player;    // empty if not given
-    RunResult result;      // until the goal, or of all frames
-    std::string problem;   // why the file is not good, empty if it is
-    bool cutShort = false; // the file has no end
+    std::string player;            // empty if not given
+    std::uint32_t titleFrames = 0; // before the play
+    RunResult result;              // until the goal, or of all frames
+    std::string problem;           // why the file is not good, empty if it is
+    bool cutShort = false;         // the file has no end
 
     // The player's name, or else the file's without folders and ending.
     std::string name() const;
@@ -34,4 +35,7 @@ struct RunCheck {
     std::string line(const RunLevel& level) const;
 
     static std::string json(const std::vector<RunCheck>& checks, const RunLevel& level);
+
+    // A line for each run of a race, the fastest first, and those without a goal last.
+    static std::string table(std::vector<RunCheck> checks);
 };

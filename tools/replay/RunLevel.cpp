@@ -20,8 +20,8 @@ std::uint64_t RunLevel::hashOf(const LevelMap& map) {
     return hash;
 }
 
-RunLevel::RunLevel(const std::string& file)
-    : path(file), name(file.substr(file.rfind('/') + 1)), map(FilePath(file)) {
+RunLevel::RunLevel(const std::string& path)
+    : name(path.substr(path.rfind('/') + 1)), map(FilePath(path)) {
     if (map.getWidth() == 0) throw std::runtime_error("cannot read the level " + path);
     hash = hashOf(map);
 }

@@ -13,7 +13,6 @@ public:
     // Throws std::runtime_error if the file is not a level.
     explicit RunLevel(const std::string& path);
 
-    const std::string& getPath() const { return path; }
     const std::string& getName() const { return name; } // of the file, without folders
     std::uint64_t getHash() const { return hash; }      // of the size and the codes
     const LevelMap& getMap() const { return map; }
@@ -29,7 +28,6 @@ public:
     static std::string headerText(const InputScript::Header& header);
 
 private:
-    std::string path;
     std::string name;
     LevelMap map;
     std::uint64_t hash = 0;

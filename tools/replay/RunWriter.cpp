@@ -36,7 +36,7 @@ void RunWriter::writeFrame(std::uint32_t frame, unsigned keys) {
     std::fprintf(file.get(), "\n");
     std::fflush(file.get());
     lastFrame = frame;
-    // A pressed key is released at once, so the frame after it needs no line. A second press does.
+    // Action is released at once, so the next frame needs no line, unless it is pressed again.
     lastKeys = keys & directionKeys;
 }
 
@@ -59,7 +59,9 @@ std::string RunWriter::newPath() {
     if (home.empty() && data.empty()) throw std::runtime_error("there is no home folder");
     const std::string parent = data.starts_with('/') ? data : home + "/.local/share";
     const std::string folder = parent + "/tarnwick/runs";
-    if (!Platform::makeFolder(folder)) throw std::runtime_error("cannot make " + folder);
+    if (!Platform::makeFolder(folder) && !std::filesystem::is_directory(folder)) {
+        throw std::runtime_error("cannot make " + folder);
+    }
     const std::time_t now = std::time(nullptr);
     char date[32];
     std::strftime(date, sizeof date, "%Y-%m-%d-%H%M%S", std::localtime(&now));

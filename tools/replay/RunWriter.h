@@ -26,8 +26,6 @@ public:
     // Removes the file: there is nothing to keep.
     void remove();
 
-    const std::string& getPath() const { return path; }
-
     // The name of a new file in the user's folder for runs, which is made if need be.
     static std::string newPath();
 

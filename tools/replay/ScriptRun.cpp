@@ -19,7 +19,7 @@ ScriptRun::ScriptRun(const InputScript& played, const RunLevel& level, Options c
 
 void ScriptRun::runScript() {
     run();
-    if (!reachedEnd && !closed) throw std::runtime_error("the program ended before the script");
+    if (!reachedEnd && !closed) throw std::runtime_error("the game ended before the run");
 }
 
 void ScriptRun::takeWindowEvent(const SDL_Event& event) {

@@ -9,7 +9,7 @@ class RunLevel;
 // Runs the game on a script.
 class ScriptRun : public GameRun {
 public:
-    // What the options leave open, the script's header says. Throws std::runtime_error if the
+    // If the options name no tune, the script's header does. Throws std::runtime_error if the
     // script is for another level.
     ScriptRun(const InputScript& script, const RunLevel& level, Options options);
 
@@ -17,8 +17,8 @@ protected:
     void takeWindowEvent(const SDL_Event& event) override;
     void addEvents() override;
 
-    // Runs the game to the end of the script. Throws std::runtime_error if it ends before, unless
-    // the player closed it.
+    // Runs the game to the end of the script. Throws std::runtime_error if it ends before that,
+    // unless the player closed it.
     void runScript();
 
     InputScript script;

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Zlib
 #include "tools/replay/TraceRun.h"
 
+#include <GL/gl.h>
+
 #include <charconv>
 #include <cstdio>
 #include <filesystem>
@@ -8,7 +10,7 @@
 
 #include "screens/GamePlay.h"
 #include "tools/Inspector.h"
-#include "tools/replay/PictureFile.h"
+#include "tools/PngFile.h"
 
 TraceRun::TraceRun(const InputScript& played, const RunLevel& level, const Options& chosen,
                    const Outputs& wanted)
@@ -47,7 +49,7 @@ void TraceRun::takeFrame(const std::vector<float>& samples) {
     if (trace.is_open()) writeTrace();
     const bool regular = outputs.every > 0 && frame % outputs.every == 0;
     if (!outputs.pictures.empty() && (regular || outputs.frames.count(frame))) {
-        writePictureOfFrame();
+        writePicture();
     }
     if (sound) sound->append(samples.data(), static_cast<std::int32_t>(samples.size() / 2));
 }
@@ -76,10 +78,20 @@ void TraceRun::writeTrace() {
     trace << line << "\n";
 }
 
-void TraceRun::writePictureOfFrame() {
+void TraceRun::writePicture() {
+    const SDL_Surface* window = SDL_GetVideoSurface();
+    const int rowBytes = window->w * 3;
+    std::vector<unsigned char> pixels(static_cast<std::size_t>(rowBytes) *
+                                      static_cast<std::size_t>(window->h));
+    glPixelStorei(GL_PACK_ALIGNMENT, 1);
+    glReadPixels(0, 0, window->w, window->h, GL_RGB, GL_UNSIGNED_BYTE, pixels.data());
+    glPixelStorei(GL_PACK_ALIGNMENT, 4);
+
     char name[32];
     std::snprintf(name, sizeof name, "%06u.png", frame);
     const std::string path = outputs.pictures + "/" + name;
-    const SDL_Surface* window = SDL_GetVideoSurface();
-    if (!writePicture(path, window->w, window->h)) failure = "cannot write " + path;
+    // GL's first row is the bottom one, as that of a negative step.
+    if (!writePng(path, window->w, window->h, pixels.data(), -rowBytes)) {
+        failure = "cannot write " + path;
+    }
 }

@@ -30,7 +30,7 @@ private:
     void takeFrame(const std::vector<float>& samples) override;
     void open();
     void writeTrace();
-    void writePictureOfFrame();
+    void writePicture();
 
     Outputs outputs;
     std::ofstream trace;

@@ -7,6 +7,10 @@ WatchRun::WatchRun(const InputScript& played, const RunLevel& level, const Optio
                    double wantedSpeed, std::uint32_t first)
     : ScriptRun(played, level, chosen), speed(wantedSpeed), from(first) {}
 
+double WatchRun::framesPerSecond() const {
+    return shownUntil > shownSince ? (frame - from) * 1000.0 / (shownUntil - shownSince) : 0;
+}
+
 void WatchRun::takeWindowEvent(const SDL_Event& event) {
     ScriptRun::takeWindowEvent(event);
     if (event.type == SDL_KEYDOWN || event.type == SDL_JOYBUTTONDOWN) closed = true;
@@ -23,6 +27,12 @@ void WatchRun::addEvents() {
         shownSince = GameRun::ticks();
     }
     ScriptRun::addEvents();
+}
+
+bool WatchRun::finishFrame() {
+    if (frame < from) return false;
+    shownUntil = GameRun::ticks();
+    return true;
 }
 
 Uint32 WatchRun::ticks() {

@@ -14,17 +14,21 @@ public:
     // Plays the script to its end, or until the player ends it.
     void play() { runScript(); }
 
+    // Of the frames that were shown; 0 for none.
+    double framesPerSecond() const;
+
     Uint32 ticks() override;
     void delay(Uint32 milliseconds) override;
 
 private:
     void takeWindowEvent(const SDL_Event& event) override;
     void addEvents() override;
-    bool finishFrame() override { return frame >= from; }
+    bool finishFrame() override;
 
     double speed;
     std::uint32_t from;
     Uint32 skipped = 1000; // ms of the game's clock before the first frame that is shown
     Uint32 shownSince = 0; // ms of the real clock, when that frame began
-    double owed = 0;       // ms of waiting that are below a whole millisecond
+    Uint32 shownUntil = 0; // and when the last one was drawn
+    double owed = 0;       // ms still to be waited, less than one
 };

@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: Zlib
 // Keeps runs of the game, checks them, plays them again and films them; see usage below.
 #include <algorithm>
+#include <iomanip>
 #include <iostream>
 #include <limits>
 #include <sstream>
+#include <string_view>
 
 #include "base/FilePath.h"
 #include "platform/Platform.h"
@@ -13,6 +15,7 @@
 #include "tools/replay/RecordRun.h"
 #include "tools/replay/RunCheck.h"
 #include "tools/replay/RunLevel.h"
+#include "tools/replay/RunLink.h"
 #include "tools/replay/TraceRun.h"
 #include "tools/replay/WatchRun.h"
 
@@ -23,8 +26,11 @@ static constexpr const char* usage =
     "       tarnwick-replay race FILE... [options]    play beside up to 8 runs, and keep the run\n"
     "       tarnwick-replay film FILE FILM [options]  make a film: .mp4, .webm, or .gif\n"
     "       tarnwick-replay trace FILE [options]      what happens in a run, frame by frame\n"
-    "FILE is a run: the keys of a player, frame by frame. Arguments after -- go to the game.\n"
-    "Options of all commands:\n"
+    "       tarnwick-replay link FILE [options]       print a run as a link, or the text of a "
+    "link\n"
+    "FILE is a run: the keys of a player, frame by frame, or a link to one in quotes. Arguments\n"
+    "after -- go to the game.\n"
+    "Options of all commands but link:\n"
     "  --level FILE       play on this level (PNG)\n"
     "  --data FOLDER      take the level, fonts, patches and tunes from this folder\n"
     "  --pitches FILE     play the music on these pitches\n"
@@ -49,23 +55,26 @@ static constexpr const char* usage =
     "  --every N            every Nth frame\n"
     "  --frames A,B,C       these frames\n"
     "  --sound FILE       write the sound (16-bit WAV)\n"
+    "link:\n"
+    "  --page ADDRESS     of the page with the game, instead of the project's own\n"
     "Exit status: 0 done, 1 failed or a run is not what its header claims, 2 wrong use.\n";
 
 static const CommandLine::KnownOptions options = {
-    {"--level", 1},    {"--data", 1},  {"--json", 0},   {"--output", 1},
-    {"--pictures", 1}, {"--every", 1}, {"--frames", 1}, {"--sound", 1},
-    {"--pitches", 1},  {"--seed", 1},  {"--player", 1}, {"--speed", 1},
-    {"--from", 1},     {"--into", 1},  {"--size", 1},   {"--ghosts", 1}};
+    {"--level", 1},  {"--data", 1},   {"--json", 0},  {"--output", 1},  {"--pictures", 1},
+    {"--every", 1},  {"--frames", 1}, {"--sound", 1}, {"--pitches", 1}, {"--seed", 1},
+    {"--player", 1}, {"--speed", 1},  {"--from", 1},  {"--into", 1},    {"--size", 1},
+    {"--ghosts", 1}, {"--page", 1}};
 
 using Arguments = std::vector<std::string>;
 
-// The options of a command: those of all commands that run the game, and its own.
-static Arguments withGameOptions(Arguments itsOptions) {
-    itsOptions.insert(itsOptions.end(), {"--level", "--data", "--pitches", "--seed"});
-    return itsOptions;
-}
-
 static constexpr std::size_t mostFiles = 1'000'000;
+
+static Arguments splitAtCommas(const std::string& text) {
+    Arguments parts;
+    std::istringstream stream(text);
+    for (std::string part; std::getline(stream, part, ',');) parts.push_back(part);
+    return parts;
+}
 
 static std::uint32_t readNumber(const char* option, const std::string& text) {
     return CommandLine::readNumber<std::uint32_t>(option, text, 0,
@@ -97,12 +106,13 @@ static TraceRun::Outputs readOutputs(const CommandLine& line) {
     chosen.pictures = line.get("--pictures", "");
     chosen.every = readNumber("--every", line.get("--every", "0"));
     chosen.sound = line.get("--sound", "");
-    std::istringstream frames(line.get("--frames", ""));
-    for (std::string frame; std::getline(frames, frame, ',');) {
+    for (const std::string& frame : splitAtCommas(line.get("--frames", ""))) {
         chosen.frames.insert(readNumber("--frames", frame));
     }
     const bool namesFrames = chosen.every > 0 || !chosen.frames.empty();
-    if (namesFrames && chosen.pictures.empty()) throw CommandLine::Error("no --pictures");
+    if (namesFrames && chosen.pictures.empty()) {
+        throw CommandLine::Error("--every and --frames need --pictures");
+    }
     if (!namesFrames && !chosen.pictures.empty()) {
         throw CommandLine::Error("--pictures needs --every or --frames");
     }
@@ -122,18 +132,6 @@ static int check(const CommandLine& line) {
     return good ? 0 : 1;
 }
 
-// A tune of the game, by the seed.
-static std::string pickTune(std::uint32_t seed) {
-    const FilePath folder = FilePath(GameRun::dataFolder()).join("pitches");
-    Arguments tunes;
-    for (std::uint32_t i = 0; i < folder.getEntryCount(); ++i) {
-        const FilePath entry = folder.getEntry(i);
-        if (entry.isOrdinaryFile() && entry.getExtension() == "txt") tunes.push_back(entry.text());
-    }
-    std::sort(tunes.begin(), tunes.end()); // the folder's order differs between machines
-    return tunes.empty() ? "" : tunes[seed % tunes.size()];
-}
-
 static Ghosts readGhosts(const Arguments& files, const RunLevel& level) {
     if (files.size() > Ghosts::most) {
         throw CommandLine::Error("at most " + std::to_string(Ghosts::most) + " runs can be ghosts");
@@ -143,12 +141,11 @@ static Ghosts readGhosts(const Arguments& files, const RunLevel& level) {
     return ghosts;
 }
 
-// The play is recorded into a file, or a new one if none is named.
+// Records a play into this file, or into a new one if none is named.
 static RunResult play(const CommandLine& line, std::string file, const RunLevel& level,
                       Ghosts& ghosts, const Arguments& gameArguments) {
     const auto now = static_cast<std::uint32_t>(Platform::calendarSeconds());
-    GameRun::Options game = readGameOptions(line, now, gameArguments);
-    if (game.pitches.empty()) game.pitches = pickTune(game.seed);
+    const GameRun::Options game = readGameOptions(line, now, gameArguments);
     if (file.empty()) file = RunWriter::newPath();
     RecordRun run(file, line.get("--player", ""), level, game);
     run.setGhosts(ghosts);
@@ -164,20 +161,6 @@ static int record(const CommandLine& line, const Arguments& gameArguments) {
     return 0;
 }
 
-// Prints the runs of a race, the fastest first, and those without a goal last.
-static void printTable(std::vector<RunCheck> checks) {
-    std::stable_sort(checks.begin(), checks.end(), [](const RunCheck& one, const RunCheck& other) {
-        const auto place = [](const RunCheck& check) {
-            return std::pair(!check.result.goal, check.result.goal ? check.result.frames : 0);
-        };
-        return place(one) < place(other);
-    });
-    for (std::size_t i = 0; i < checks.size(); ++i) {
-        const RunCheck& check = checks[i];
-        std::cout << i + 1 << ". " << check.name() << ": " << check.result.text() << "\n";
-    }
-}
-
 static int race(const CommandLine& line, const Arguments& gameArguments) {
     const RunLevel level = readLevel(line);
     Arguments files;
@@ -187,51 +170,47 @@ static int race(const CommandLine& line, const Arguments& gameArguments) {
     checks[0].player = "this run";
     checks[0].result = play(line, line.get("--into", ""), level, ghosts, gameArguments);
     for (const std::string& file : files) checks.push_back(RunCheck::of(file, level));
-    printTable(checks);
+    std::cout << RunCheck::table(checks);
     return 0;
 }
 
 static int watch(const CommandLine& line, const Arguments& gameArguments) {
     const double speed = CommandLine::readNumber("--speed", line.get("--speed", "1"), 0.1, 10.0);
     const std::uint32_t from = readNumber("--from", line.get("--from", "0"));
-    const InputScript script = InputScript::fromFile(line.getWord(1));
+    const InputScript script = RunLink::read(line.getWord(1));
     const RunLevel level = readLevel(line);
     GameRun::Options game = readGameOptions(line, script.getHeader().seed, gameArguments);
     if (game.gameArguments.empty()) game.gameArguments = {"-win", "-w", "1280", "-h", "720"};
     WatchRun run(script, level, game, speed, from);
     run.play();
-    std::cout << line.getWord(1) << ": " << run.getResult().text() << std::endl;
+    std::cout << std::fixed << std::setprecision(1) << run.framesPerSecond() << " frames a second"
+              << std::endl;
+    std::cout << RunLink::nameOf(line.getWord(1)) << ": " << run.getResult().text() << std::endl;
     return 0;
 }
 
-// Width and height, 16 to 8192 each and even, as the formats of films need it.
+// Width and height, 16 to 8192 each. The formats of films need even numbers.
 static std::pair<int, int> readSize(const std::string& text) {
-    const std::size_t cross = std::min(text.find('x'), text.size());
-    const int width = CommandLine::readNumber("--size", text.substr(0, cross), 16, 8192);
-    const std::string rest = cross < text.size() ? text.substr(cross + 1) : "";
-    const int height = CommandLine::readNumber("--size", rest, 16, 8192);
-    if (width % 2 + height % 2 > 0)
-        throw CommandLine::Error("the sizes of a film are even numbers");
+    const std::size_t cross = text.find('x');
+    if (cross == std::string::npos) throw CommandLine::Error("--size needs WIDTHxHEIGHT");
+    const int width = CommandLine::readNumber("the width", text.substr(0, cross), 16, 8192);
+    const int height = CommandLine::readNumber("the height", text.substr(cross + 1), 16, 8192);
+    if (width % 2 != 0 || height % 2 != 0) {
+        throw CommandLine::Error("the width and the height of a film must be even");
+    }
     return {width, height};
-}
-
-static Arguments splitAtCommas(const std::string& text) {
-    Arguments parts;
-    std::istringstream stream(text);
-    for (std::string part; std::getline(stream, part, ',');) parts.push_back(part);
-    return parts;
 }
 
 static int film(const CommandLine& line) {
     const auto [width, height] = readSize(line.get("--size", "1280x720"));
     const bool pictures = line.has("--frames");
     if (pictures == (line.getWordCount() > 2)) {
-        throw CommandLine::Error("film takes either a file for the film or --frames");
+        throw CommandLine::Error("film takes either the name of the film or --frames");
     }
     if (!pictures && !FilmFile::knows(line.getWord(2))) {
         throw CommandLine::Error("the name of a film ends in .mp4, .webm or .gif");
     }
-    const InputScript script = InputScript::fromFile(line.getWord(1));
+    const InputScript script = RunLink::read(line.getWord(1));
     const RunLevel level = readLevel(line);
     const GameRun::Options game =
         readGameOptions(line, script.getHeader().seed,
@@ -254,11 +233,40 @@ static int film(const CommandLine& line) {
 
 static int trace(const CommandLine& line, const Arguments& gameArguments) {
     const TraceRun::Outputs outputs = readOutputs(line);
-    const InputScript script = InputScript::fromFile(line.getWord(1));
+    const InputScript script = RunLink::read(line.getWord(1));
     const RunLevel level = readLevel(line);
     TraceRun(script, level, readGameOptions(line, script.getHeader().seed, gameArguments), outputs)
         .play();
     return 0;
+}
+
+// A control character that a terminal would obey; blanks are harmless.
+static bool isObeyed(char letter) {
+    constexpr std::string_view blanks = "\t\n\v\f\r";
+    return (static_cast<unsigned char>(letter) < ' ' && blanks.find(letter) == blanks.npos) ||
+           letter == '\x7F';
+}
+
+static int link(const CommandLine& line) {
+    const std::string& file = line.getWord(1);
+    RunLink::read(file); // refuses a broken run
+    if (RunLink::isLink(file)) {
+        std::string text = RunLink::textOf(file);
+        std::replace_if(text.begin(), text.end(), isObeyed, '?'); // comments may contain anything
+        std::cout << text << std::flush;
+        return 0;
+    }
+    std::ostringstream text;
+    text << FilePath(file).open().rdbuf();
+    const std::string written = RunLink::of(text.str()); // may throw, so before the page is printed
+    std::cout << line.get("--page", TARNWICK_SITE "/play/") << written << std::endl;
+    return 0;
+}
+
+// The options of a command that runs the game: those of all such commands, and its own.
+static Arguments withGameOptions(Arguments itsOptions) {
+    itsOptions.insert(itsOptions.end(), {"--level", "--data", "--pitches", "--seed"});
+    return itsOptions;
 }
 
 static int run(const CommandLine& line, const Arguments& gameArguments) {
@@ -282,6 +290,7 @@ static int run(const CommandLine& line, const Arguments& gameArguments) {
             withGameOptions({"--output", "--pictures", "--every", "--frames", "--sound"}))) {
         return trace(line, gameArguments);
     }
+    if (line.isCommand("link", 2, {"--page"})) return link(line);
     throw CommandLine::Error("unknown command " + line.getWord(0));
 }
 

@@ -1,0 +1,57 @@
+# SPDX-License-Identifier: Zlib
+# Stands in for the desktop's libraries: their headers, which Debian's packages install, and what the
+# game uses of them, written for a browser. The targets have the desktop's names.
+target_compile_options(tarnwick_options INTERFACE -fexceptions)
+target_link_options(tarnwick_options INTERFACE -fexceptions)
+target_include_directories(tarnwick_options BEFORE INTERFACE ${PROJECT_SOURCE_DIR}/web/include)
+
+set(webInclude ${PROJECT_BINARY_DIR}/include)
+file(MAKE_DIRECTORY ${webInclude})
+foreach(header SDL GL stb png.h pngconf.h pnglibconf.h portaudio.h sndfile.h zconf.h zlib.h)
+    if(NOT EXISTS /usr/include/${header})
+        message(FATAL_ERROR "/usr/include/${header} is missing: tools/install_packages web")
+    endif()
+    file(CREATE_LINK /usr/include/${header} ${webInclude}/${header} SYMBOLIC)
+endforeach()
+
+# web_library(NAME SOURCES ... SCRIPTS ... LINKS ...): NAME is the desktop's target. SCRIPTS are for the
+# linker; a program that links the library gets what it uses of them.
+function(web_library name)
+    cmake_parse_arguments(PARSE_ARGV 1 library "" "" "SOURCES;SCRIPTS;LINKS")
+    string(REPLACE ":" "_" target web_${name})
+    list(TRANSFORM library_SOURCES PREPEND ${PROJECT_SOURCE_DIR}/web/)
+    add_library(${target} STATIC ${library_SOURCES})
+    target_include_directories(${target} SYSTEM PUBLIC ${webInclude} ${webInclude}/SDL)
+    target_link_libraries(${target} PUBLIC tarnwick_options ${library_LINKS})
+    foreach(script IN LISTS library_SCRIPTS)
+        set(script ${PROJECT_SOURCE_DIR}/web/${script})
+        target_link_options(${target} INTERFACE "SHELL:--js-library ${script}")
+        set_property(TARGET ${target} APPEND PROPERTY INTERFACE_LINK_DEPENDS ${script})
+    endforeach()
+    add_library(${name} ALIAS ${target})
+endfunction()
+
+web_library(OpenGL::GL SOURCES FixedPipeline.cpp SCRIPTS FixedPipeline.js)
+add_library(OpenGL::GLU ALIAS web_OpenGL__GL)
+add_library(PkgConfig::GLEW ALIAS web_OpenGL__GL)
+web_library(PkgConfig::SDL SOURCES Sdl.cpp SCRIPTS Sdl.js LINKS OpenGL::GL)
+web_library(PkgConfig::SDL_image SOURCES Pictures.cpp LINKS PkgConfig::SDL)
+web_library(PkgConfig::SDL_ttf SOURCES Fonts.cpp LINKS PkgConfig::SDL)
+web_library(PkgConfig::PortAudio SOURCES PortAudio.cpp SCRIPTS PortAudio.js)
+web_library(PkgConfig::PNG SOURCES ToolFiles.cpp)
+add_library(PkgConfig::SNDFILE ALIAS web_PkgConfig__PNG)
+add_library(PkgConfig::ZLIB ALIAS web_PkgConfig__PNG)
+
+# The tests, in Node, with the files of the disk.
+if(BUILD_TESTING)
+    set(googletest /usr/src/googletest/googletest)
+    add_library(web_gtest STATIC ${googletest}/src/gtest-all.cc)
+    target_include_directories(web_gtest SYSTEM PUBLIC ${googletest}/include PRIVATE ${googletest})
+    target_compile_definitions(web_gtest PUBLIC GTEST_HAS_PTHREAD=0)
+    target_compile_options(web_gtest PRIVATE -fexceptions)
+    add_library(GTest::gtest ALIAS web_gtest)
+    add_library(web_gtest_main STATIC ${googletest}/src/gtest_main.cc)
+    target_link_libraries(web_gtest_main PUBLIC web_gtest)
+    target_link_options(web_gtest_main INTERFACE -sNODERAWFS -sEXIT_RUNTIME -sALLOW_MEMORY_GROWTH)
+    add_library(GTest::gtest_main ALIAS web_gtest_main)
+endif()
