@@ -10,7 +10,7 @@ foreach(kind LIBRARY INCLUDE PACKAGE)
 endforeach()
 set(CMAKE_CROSSCOMPILING_EMULATOR qemu-aarch64;-L;${CMAKE_SYSROOT})
 
-# pkg-config looks there, too.
+# pkg-config, too, looks only there.
 set(libraries ${CMAKE_SYSROOT}/usr/lib/aarch64-linux-gnu)
 set(ENV{PKG_CONFIG_SYSROOT_DIR} ${CMAKE_SYSROOT})
 set(ENV{PKG_CONFIG_LIBDIR} ${libraries}/pkgconfig:${CMAKE_SYSROOT}/usr/share/pkgconfig)

@@ -1,12 +1,13 @@
 # SPDX-License-Identifier: Zlib
-# Writes the C++ source of the picture tables and the icon. Run as
-#   cmake -D OUTPUT=... -D FOLDER=... -D "GLYPHS=a,b" -D "SPRITES=a,b" -D ICON=c -P EmbedImages.cmake
+# Writes OUTPUT, the C++ source of the picture tables and the icon, when run as
+#   cmake -D OUTPUT=... -D FOLDER=... -D GLYPHS=a,b -D SPRITES=a,b -D ICON=c -P EmbedImages.cmake
 # with the picture files in the order of the tables, relative to FOLDER.
 cmake_minimum_required(VERSION 3.25)
 
 function(append_array file name)
     file(READ ${FOLDER}/${file} bytes HEX)
-    string(REGEX REPLACE "(................................................)" "\\1\n" bytes "${bytes}")
+    string(REPEAT . 48 line) # 24 bytes in hexadecimal
+    string(REGEX REPLACE "(${line})" "\\1\n" bytes "${bytes}")
     string(REGEX REPLACE "([0-9a-f][0-9a-f])" "0x\\1," bytes "${bytes}")
     file(APPEND ${OUTPUT}.new "static const unsigned char ${name}[] = { // ${file}\n${bytes}};\n\n")
 endfunction()

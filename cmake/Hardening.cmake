@@ -1,11 +1,11 @@
 # SPDX-License-Identifier: Zlib
-# Makes faults hard to exploit, and keeps the build folder out of the programs. The sanitizers check
-# more, and don't go with these options.
+# Makes faults hard to exploit, and keeps the path of the source folder out of the programs. The
+# sanitizers check more, and don't work with these options.
 if(CMAKE_CXX_FLAGS MATCHES "sanitize")
     return()
 endif()
 
-# A level of _FORTIFY_SOURCE that the compiler or the distribution sets stays.
+# If the compiler or the distribution already sets a level of _FORTIFY_SOURCE, it stays.
 include(CheckCXXSourceCompiles)
 set(CMAKE_REQUIRED_FLAGS -O2)
 check_cxx_source_compiles("#ifndef _FORTIFY_SOURCE

@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: Zlib
-# Read by cpack before it makes a package, with SOURCE set to the folder of the source.
+# Read by cpack before it makes a package, with SOURCE set to the source folder.
 include(${SOURCE}/cmake/SourceDate.cmake)
 # Each package has a description of its own; cpack would put this one above it.
 unset(CPACK_PACKAGE_DESCRIPTION_SUMMARY)

@@ -1,7 +1,7 @@
 # SPDX-License-Identifier: Zlib
-# Run by cpack in the folder that becomes the source package: copies every file that git tracks, with
-# its current contents, and writes the time of the commit to a file. Without git, as in an unpacked
-# source package, it copies everything but build trees.
+# Run by cpack in the folder that becomes the source package: copies every file that git tracks,
+# with its current contents, and writes the time of the commit to a file. Without git, as in an
+# unpacked source package, it copies everything but build trees.
 get_filename_component(source ${CMAKE_CURRENT_LIST_DIR}/.. ABSOLUTE)
 execute_process(COMMAND git -C ${source} ls-files --recurse-submodules
     OUTPUT_VARIABLE files RESULT_VARIABLE failure ERROR_QUIET)

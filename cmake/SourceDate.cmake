@@ -1,7 +1,7 @@
 # SPDX-License-Identifier: Zlib
-# Included by install and package scripts, with SOURCE set to the folder of the source. Sets
-# SOURCE_DATE_EPOCH, which sets every date in the packages, to the time of the commit, unless it is
-# set: two packages of one commit are identical byte by byte.
+# Included by install and package scripts, with SOURCE set to the source folder. Unless
+# SOURCE_DATE_EPOCH is set, sets it to the time of the commit. Every date in the packages comes from
+# it, so two packages of one commit are identical byte for byte.
 if(NOT DEFINED ENV{SOURCE_DATE_EPOCH})
     if(EXISTS ${SOURCE}/packaging/source-date) # written into the source package
         file(STRINGS ${SOURCE}/packaging/source-date epoch)

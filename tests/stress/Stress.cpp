@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Zlib
-// Runs the game hard and long, without a window; usage below. For the sanitizers, mostly.
+// Runs the game hard and long, without a window, mostly for the sanitizers; usage below.
 #include <SDL.h>
 #include <sys/mman.h>
 #include <sys/wait.h>
@@ -189,7 +189,7 @@ static void steps(long count) {
     }
 }
 
-// Each run is a process of its own. Returns how many ended in disorder.
+// Each run is a process of its own. Returns how many failed.
 static int faults(long stride) {
     auto* calls = static_cast<int*>(
         mmap(nullptr, sizeof(int), PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0));
