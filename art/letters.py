@@ -2,16 +2,16 @@
 """The game's lettering: every sign as pen strokes, and the pen that draws them.
 
 The glyph pictures, the font and the logo all take their outlines from outline() below, so they
-are one hand. Coordinates are font units, 1000 to the em, y up, the ink's baseline at 0.
+look alike. Coordinates are font units, 1000 to the em, y up, the ink's baseline at 0.
 
-A stroke is written as the way of the pen's centre, in its own grid: y 0 lies half a nib above
-the baseline, so that the ink rests on it (capitals reach 600, small letters 400):
+A stroke is the path of the pen's centre, in a grid of its own: y 0 lies half a nib above the
+baseline, so that the ink rests on it (capitals reach 600, small letters 400):
 
     x,y      a point of a smooth curve         x,y@a   ... that is passed in direction a (degrees)
     x,y!     a corner                          x,y!a   a corner that is left in direction a
     -        a straight line to the next point
 
-A word behind the points names the pressure: "drop" is heavy and thins out, "dot" is pressed
+A word after the points names the pressure: "drop" is heavy and thins out, "dot" is pressed
 flat, "even" does not taper.
 """
 import cmath
@@ -264,7 +264,7 @@ def inkDistance(tracks, weight, x, y):
 
 
 # Marching squares. Corners of a cell: 1 lower left, 2 lower right, 4 upper right, 8 upper left;
-# edges: b(ottom), r(ight), t(op), l(eft). Each way runs with the ink at its right hand.
+# edges: b(ottom), r(ight), t(op), l(eft). Each path has the ink on its right.
 cellWays = {1: "lb", 2: "br", 3: "lr", 4: "rt", 5: "lb rt", 6: "bt", 7: "lt", 8: "tl", 9: "tb",
             10: "br tl", 11: "tr", 12: "rl", 13: "rb", 14: "bl"}
 
@@ -300,8 +300,8 @@ def traceContours(field, x0, y0, step):
 def outline(name, weight=1.0, widen=1.0):
     """The ink of a sign as closed polygons in font units, outer ones clockwise.
 
-    weight scales the nib, widen the way of the pen from left to right. The ink begins wherever
-    the strokes put it: users place the sign by its bounds."""
+    weight scales the nib, widen the path of the pen from left to right. The ink begins wherever
+    the strokes put it, so callers place the sign by its bounds."""
     tracks = [penTrack(name, number, text, widen) for number, text in enumerate(strokes[name])]
     every = numpy.concatenate([places for places, size in tracks])
     room = nibLong * weight

@@ -5,7 +5,7 @@ names zones, art/levels/*.zones, their list for tools: lines `region|goal NAME X
 `want MEASURE LEAST-MOST`.
 
 A level is a picture, one pixel a tile (8-bit RGB, red = green = blue = tile code). A description
-is a list of verbs, one a line, '#' starts a comment. The grid begins as rock; each verb changes it,
+is a list of verbs, one a line; '#' starts a comment. The grid begins as rock. Each verb changes it, and
 later lines win. Ranges are inclusive: `24-96` are the columns 24 to 96. Row 0 is the top.
 
   size W H                      the picture, first verb
@@ -19,9 +19,9 @@ later lines win. Ranges are inclusive: `24-96` are the columns 24 to 96. Row 0 i
   goal NAME X-X Y-Y             one of the places where the goal may be reached
   want MEASURE LEAST-MOST       what tarnwick-levelcheck expects of the level: see its manual page
   carve X-X Y-Y                 open space
-  fill X-X Y-Y [CODE]           rock; with a code its look is fixed
+  fill X-X Y-Y [CODE]           rock; with a code its style is fixed
   flame X-X Y-Y                 flames
-  sign X-X Y-Y                  rock with the look of a take-off or a way on
+  sign X-X Y-Y                  rock in the style that marks a take-off or a way on
   cave FLOOR X,Y X,Y ...        open space from a ceiling line (its points, left to right) to FLOOR
   ground X,Y X,Y ...            rock under a line of steps: Y is the floor row from X to the next X;
                                 reaches down to where rock begins; the last point ends it
@@ -47,7 +47,8 @@ later lines win. Ranges are inclusive: `24-96` are the columns 24 to 96. Row 0 i
   stair X-X Y N RISE            N equal steps of RISE rows from floor row Y, up towards the second
                                 column (`90-60` climbs to the left), on rock as deep as `ground`
 
-Every level is checked before it is written; a fault ends the program and leaves the file alone.
+Every level is checked before it is written. The files of a level with a fault stay as they are, and the
+exit status is 1.
 """
 import math
 import sys
@@ -60,7 +61,7 @@ from pictures import artFolder
 
 emptyCode, flameCode, signCode = 0xFF, 0xE0, 0xFE
 lookCodes = (0x00, 0x20, 0x40, 0x60, 0x80, signCode)
-rock = -1            # rock whose look is decided by the region nearest to it
+rock = -1            # rock whose style the nearest region decides
 lining = 3           # tiles of a region's style around open space, before quiet rock begins
 quietCode = 0x40     # its style
 smallestDepth = 200  # tiles of quiet rock in one piece
@@ -328,7 +329,7 @@ class Level:
         self.landmarks.append((name, x, top, x + len(signs) - 1, row))
 
     def paint(self):
-        """Gives all undecided rock its look. Returns the finished codes, rows by columns."""
+        """Gives all undecided rock its style. Returns the finished codes, rows by columns."""
         room = (self.tiles == emptyCode) | self.furnished
         opened = room | (self.tiles == flameCode) & ~self.ornament
         away, nearest = ndimage.distance_transform_cdt(~opened, metric="chessboard",
@@ -424,8 +425,8 @@ def at(like, columns, rows):
 
 
 def playFaults(level, tiles):
-    """What would make a level unfair or unsafe for a runner who kicks; as stageFaults. Landmarks may
-    be thin: what flies through one comes out in the same space."""
+    """What would make a level unfair or unsafe for a runner who kicks, in the form of stageFaults.
+    Landmarks may be thin: a runner who flies through one comes out in the same space."""
     empty, flame = tiles == emptyCode, tiles == flameCode
 
     # A rising kick that stops between two solid cells would stay a kick for good.

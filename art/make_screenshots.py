@@ -2,10 +2,10 @@
 # SPDX-License-Identifier: Zlib
 """make_screenshots.py BUILD_FOLDER: makes the pictures of docs/pictures from the game itself.
 
-Runs the replay tool of a release build on the title in its own time, on the run that wins
-(tests/replays/goal.txt) and on the fall into the well, and the level checker. The frames stand
-below; after a new run, look for better ones: tools/with_display BUILD_FOLDER/tarnwick-replay trace
-tests/replays/goal.txt --pictures FOLDER --every 30. It takes a few minutes."""
+Runs the replay tool of a release build: on the title without keys, on the winning run
+(tests/replays/goal.txt) and on the fall into the well. Also runs the level checker. The frames are
+listed below. After a new run, look for better ones: tools/with_display BUILD_FOLDER/tarnwick-replay
+trace tests/replays/goal.txt --pictures FOLDER --every 30. Takes a few minutes."""
 
 import pathlib
 import subprocess
@@ -26,8 +26,8 @@ shots = {"play": 4880, "fire": 524}
 # vortex, and the end.
 filmFrames = [144, 524, 980, 1284, 1664, 3032, 3374, 3792, 4172, 4880, 4975, 5434]
 filmColumns = 3
-# What teaches: run, jump, first kick, danger, the fire's throw, chained kicks; in the fall a kick
-# comes from the other run.
+# The picture of the moves: run, jump, first kick, danger, thrown by a flame, chained kicks; then a
+# kick in a fall, from the other run.
 teachingFrames = [106, 220, 258, 524, 980, 1170]
 fallFrame = 4095
 teachingColumns = 3

@@ -5,7 +5,7 @@
 Everything is light ink on dark ground and is computed on a torus, so that the picture repeats
 without a seam in both directions. The game shows its rows 0 to 575 and adds them at half strength
 to a colour gradient that ends in white. So the ground is black, which leaves the dusk of the
-gradient as it is, and the ink is the darker the lower it stands, or all would be white there.
+gradient as it is, and ink is darker the lower it is; otherwise everything would be white there.
 Lengths are pixels of the finished picture, angles radians (clockwise, 0 to the right), tones 0
 (black) to 1 (white). The same run gives the same bytes.
 """
@@ -450,7 +450,7 @@ def shade(tone):
 
 def room(row):
     """The brightest tone of a row: over the gradient of the play, whose blue runs from 128 to 255,
-    the screen reaches 250. The rows that are never seen lead back to the first one."""
+    the screen reaches 250. The rows below, which are never seen, lead back to the first one."""
     blue = 128 + 127 * np.minimum(row, SEEN) / SEEN
     left = np.maximum((250 - blue) * 2 / 255, 0.02)
     return left + (0.95 - left) * smoothstep(SEEN, SIZE, row)
@@ -468,7 +468,7 @@ def fall(tone, forms):
 def draw(scale):
     canvas = Canvas(scale)
     background(canvas)
-    canvas.forms[:] = 0  # lines and dots of the background are none
+    canvas.forms[:] = 0  # lines and dots of the background are not forms
     stars(canvas)
     gear(canvas, (252, 510), 128, 26, 6, 0.05, 0.85, 0.9)
     gear(canvas, (20, 225), 84, 18, 5, 0.2, 0.7, -0.7)

@@ -1,6 +1,6 @@
 #!/usr/bin/python3
 # SPDX-License-Identifier: Zlib
-"""measure_level.py TRACE...: what a run through the level gets to see.
+"""measure_level.py TRACE...: what comes into view in a run through the level.
 
 TRACE is written by tarnwick-replay, which needs a display (tools/with_display):
 
@@ -10,12 +10,12 @@ Prints for each trace
 
   flames     the share of the frames of the play with a flame in view (at least 25 %), and the longest
              stretch without one (at most 300 frames)
-  landmarks  how many come into view by a third or more; how many screens of the way have none, a
+  landmarks  how many come into view by a third or more; how many screens of the path have none, a
              screen being as far from the last as the view is wide or high; and whether two
              neighbouring screens have a landmark of the same name (never)
 
-and then every screen without a landmark: mostly those of a high flight, with sky all around. Exit
-status 1 if a limit is broken.
+and then every screen without a landmark, mostly in a high flight with sky all around. The exit status
+is 1 if a limit is broken.
 """
 import sys
 

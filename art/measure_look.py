@@ -11,19 +11,19 @@ and the colours that the game paints behind them:
           far the tones stray from their surroundings, from the top down, the last number being
           rows 580 to 620 (3 at least: forms can be made out); the same around the runner against
           the calmest other place of that size (below 1: nothing is calmer)
-  rocks   mean grey of each look, to tell them apart (10 between any two), how far its pixels stray
+  rocks   mean grey of each style, to tell them apart (10 between any two), how far its pixels stray
           from it (at most 18: calm), and its lightest pixel; white text (4.5) and the runner's rim
           (3) against that pixel. The sign is left out; of it, the free pixels around its arrow (3)
   flames  step at the repeating edges against the step between any two columns or rows (1.5 at
           most: they join), and the mean light of the three (5 % apart at most: no flicker)
   star    the part of its cell that it covers (0.2 to 0.27)
   runner  of each frame: rim or ink, the better of the two at each place of the outline, against
-          every pixel of every look and of the two skies where it stands. At least 3 everywhere
+          every pixel of every style and of the two skies where it stands. At least 3 everywhere
   text    against the pixels around its ink: the middle one, and the 5th worst of 100; "best" is
           what the gradient allows with the best of all skies. 4.5, and where the gradient allows
           less, nearly that. "cloud" is the middle pixel with the body of a cloud before it
 
-Exit status 1 if a limit is broken.
+The exit status is 1 if a limit is broken.
 """
 import sys
 

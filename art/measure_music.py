@@ -14,8 +14,8 @@ patches of data/synthPatches, and prints for each tune and seed:
          never stops would show. Below -55
 
 and for each patch, over the pitches of all tunes, the largest last sample of a note (below 0.01:
-no click), and its peak. 600 seconds and a few seeds before a change of a patch is called good.
-Exit status 1 if a limit is broken.
+no click), and its peak. After a change of a patch, measure 600 seconds with a few seeds. The exit
+status is 1 if a limit is broken.
 """
 import argparse
 import os
