@@ -96,7 +96,7 @@ private:
     // Whether a search from a state finds a path on. Adds the floors that it reached.
     bool leadsOn(std::uint32_t from, std::uint32_t mostStates, Floors& reached) const {
         bool found = false;
-        Search search(map, whole.inputsTo(from), mostStates);
+        Search search(map, states[from], {}, mostStates);
         search.run([&](const Search::Goal&) { found = true; },
                    [&](std::uint32_t index) {
                        const RunnerState& state = search.getStates()[index];

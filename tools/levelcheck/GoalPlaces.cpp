@@ -2,45 +2,41 @@
 #include "tools/levelcheck/GoalPlaces.h"
 
 #include <algorithm>
+#include <memory>
 
 static constexpr int lateFrames = 32; // in which a late press may still reach the goal
 
-static bool isFaster(const Search::Goal& one, const Search::Goal& other) {
-    return one.frames < other.frames;
-}
-
 void GoalPlaces::add(const Search& search, const Search::Goal& goal) {
     const Zone* zone = zones.goalAt(goal.column, goal.row);
-    if (zone || !zones.hasGoals()) {
-        const auto known = goals.find(zone ? zone->name : "");
-        if (known != goals.end() && !isFaster(goal, known->second)) return;
-        if (!isFluke(search, goal)) goals[zone ? zone->name : ""] = goal;
-        return;
-    }
-    const std::pair cell(goal.row, goal.column);
-    if (outside.count(cell) > 0) return;
-    if (isFluke(search, goal)) {
-        const auto [known, isNew] = flukes.insert({cell, goal});
-        if (!isNew && isFaster(goal, known->second)) known->second = goal;
-    } else {
-        flukes.erase(cell);
-        outside[cell] = goal;
-    }
+    const Place place = isInside(zone) ? Place(zone, 0, 0) : Place(nullptr, goal.row, goal.column);
+    const auto known = best.find(place);
+    const auto isBetter = [&](bool fluke) {
+        return known == best.end() ||
+               std::pair(fluke, goal.frames) < std::pair(known->second.fluke, known->second.frames);
+    };
+    if (!isBetter(false)) return;
+    const bool fluke = isFluke(search, goal);
+    if (isBetter(fluke)) best[place] = {goal, fluke};
 }
 
 const Search::Goal* GoalPlaces::fastest(const std::string& name) const {
-    const Search::Goal* best = nullptr;
-    for (const auto& [zone, goal] : goals) {
-        if ((name.empty() || zone == name) && (!best || isFaster(goal, *best))) best = &goal;
+    const Search::Goal* fastest = nullptr;
+    for (const auto& [place, goal] : best) {
+        const Zone* zone = std::get<0>(place);
+        if (goal.fluke || !isInside(zone) || (!name.empty() && zone->name != name)) continue;
+        if (!fastest || goal.frames < fastest->frames) fastest = &goal;
     }
-    return best;
+    return fastest;
 }
 
-std::vector<Search::Goal> GoalPlaces::sorted(const Cells& cells) {
-    std::vector<Search::Goal> sorted;
-    for (const auto& [cell, goal] : cells) sorted.push_back(goal);
-    std::stable_sort(sorted.begin(), sorted.end(), isFaster);
-    return sorted;
+std::vector<Search::Goal> GoalPlaces::getOutside(bool flukes) const {
+    std::vector<Search::Goal> outside;
+    for (const auto& [place, goal] : best) {
+        if (!isInside(std::get<0>(place)) && goal.fluke == flukes) outside.push_back(goal);
+    }
+    std::stable_sort(outside.begin(), outside.end(),
+                     [](auto& one, auto& other) { return one.frames < other.frames; });
+    return outside;
 }
 
 bool GoalPlaces::isFluke(const Search& search, const Search::Goal& goal) const {
@@ -61,27 +57,25 @@ bool GoalPlaces::isFluke(const Search& search, const Search::Goal& goal) const {
 
 Inputs pathThrough(const LevelMap& map, const Zones& zones, const std::vector<const Zone*>& through,
                    const std::string& goal, Findings& findings) {
-    Inputs inputs = Search::firstInputs();
+    auto search = std::make_unique<Search>(map);
     for (const Zone* zone : through) {
-        Search search(map, inputs);
         std::uint32_t last = StateSet::missing;
-        search.run([](const Search::Goal&) {},
-                   [&](std::uint32_t index) {
-                       const RunnerState& state = search.getStates()[index];
-                       if (zone->contains(state.column(), state.row())) last = index;
-                       return last == index;
-                   });
+        search->run([](const Search::Goal&) {},
+                    [&](std::uint32_t index) {
+                        const RunnerState& state = search->getStates()[index];
+                        if (zone->contains(state.column(), state.row())) last = index;
+                        return last == index;
+                    });
         if (last == StateSet::missing) {
             findings.addError("no path to " + zone->name + " was found");
             return {};
         }
-        inputs = search.inputsTo(last);
+        search = std::make_unique<Search>(map, search->getStates()[last], search->inputsTo(last));
     }
-    Search search(map, inputs);
     GoalPlaces places(map, zones);
-    search.run([&](const Search::Goal& reached) { places.add(search, reached); },
-               [&](std::uint32_t) { return places.fastest(goal) != nullptr; });
-    if (const Search::Goal* reached = places.fastest(goal)) return search.inputsTo(*reached);
+    search->run([&](const Search::Goal& reached) { places.add(*search, reached); },
+                [&](std::uint32_t) { return places.fastest(goal) != nullptr; });
+    if (const Search::Goal* reached = places.fastest(goal)) return search->inputsTo(*reached);
     findings.addError("no path through these zones to the goal was found");
     return {};
 }

@@ -3,7 +3,7 @@
 
 #include <map>
 #include <string>
-#include <utility>
+#include <tuple>
 #include <vector>
 
 #include "tools/levelcheck/Findings.h"
@@ -21,22 +21,23 @@ public:
     // The fastest goal in the goal zone of that name, "" for any; null: none was found.
     const Search::Goal* fastest(const std::string& name) const;
 
-    // The first goal in each cell outside the goal zones: cells with a goal that is no fluke, and
-    // those with flukes alone. The earliest come first.
-    std::vector<Search::Goal> getOutside() const { return sorted(outside); }
-    std::vector<Search::Goal> getFlukes() const { return sorted(flukes); }
+    // The best goal in each cell outside the goal zones, the earliest first: those of the cells in
+    // which all goals are flukes, or those of the others.
+    std::vector<Search::Goal> getOutside(bool flukes) const;
 
 private:
-    using Cells = std::map<std::pair<int, int>, Search::Goal>; // by row and column
+    using Place = std::tuple<const Zone*, int, int>; // a goal zone, or a row and a column outside
+
+    struct Found : Search::Goal {
+        bool fluke;
+    };
 
     bool isFluke(const Search& search, const Search::Goal& goal) const;
-    static std::vector<Search::Goal> sorted(const Cells& cells);
+    bool isInside(const Zone* zone) const { return zone || !zones.hasGoals(); }
 
     const LevelMap& map;
     const Zones& zones;
-    std::map<std::string, Search::Goal> goals; // by goal zone; without goal zones all under ""
-    Cells outside;
-    Cells flukes;
+    std::map<Place, Found> best; // of each place: no fluke if there is one, then the fastest
 };
 
 // Inputs that lead through these zones in their order to a goal zone, "" for any. Each zone is

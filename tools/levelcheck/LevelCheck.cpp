@@ -110,7 +110,7 @@ static void checkCells(const LevelMap& map, const Search& search, Findings& find
 }
 
 static void checkGoals(const GoalPlaces& goals, const Zones& zones, Findings& findings) {
-    const std::vector<Search::Goal> outside = goals.getOutside(), flukes = goals.getFlukes();
+    const auto outside = goals.getOutside(false), flukes = goals.getOutside(true);
     findings.addPlaces(Findings::error, cellsOf(outside),
                        "the goal can be reached outside the goal zones in cells near ");
     if (zones.hasGoals() && outside.empty()) {
@@ -175,7 +175,7 @@ static void checkRandomPlayers(const LevelMap& map, Findings& findings) {
 
 Inputs checkLevel(const LevelMap& map, const Zones& zones, const std::string& goal,
                   Findings& findings, std::ostream& target) {
-    Search search(map, Search::firstInputs());
+    Search search(map);
     GoalPlaces goals(map, zones);
     const bool isWhole =
         search.run([&](const Search::Goal& reached) { goals.add(search, reached); },

@@ -16,7 +16,6 @@ void step(Player& player, Input input, const LevelMap& map) {
 }
 
 Run::Run(const LevelMap& map, const Inputs& inputs) {
-    Player player(playStart);
     path.reserve(inputs.size());
     for (const Input input : inputs) {
         step(player, input, map);

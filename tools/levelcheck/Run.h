@@ -43,6 +43,7 @@ inline constexpr int framesIn(int seconds) {
 struct Run {
     Run(const LevelMap& map, const Inputs& inputs);
 
+    Player player{playStart};     // at the end
     std::vector<WorldPoint> path; // after each frame, the goal's frame being the last
     bool goal = false;
 };

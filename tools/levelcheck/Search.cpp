@@ -4,24 +4,17 @@
 #include <algorithm>
 
 static constexpr std::uint32_t mostArrivals = 15; // by one of 3 directions and 5 times of a press
+static constexpr std::size_t idleFrames = 8;      // while the title's last key is released
 
-static RunnerState stateAfter(const LevelMap& map, const Inputs& inputs) {
-    Player player(playStart);
-    int wait = 0;
-    for (const Input input : inputs) {
-        step(player, input, map);
-        wait = std::max(0, (input.press ? pressGap : wait) - 1);
-    }
-    RunnerState state = RunnerState::of(player);
-    state.wait = wait & 0xF;
-    if (!inputs.empty()) state.direction = inputs.back().direction;
-    return state;
-}
+Search::Search(const LevelMap& level)
+    : Search(level, RunnerState::of(Run(level, Inputs(idleFrames)).player), Inputs(idleFrames)) {}
 
-Search::Search(const LevelMap& level, const Inputs& before, std::uint32_t mostStates)
+Search::Search(const LevelMap& level, RunnerState first, const Inputs& before,
+               std::uint32_t mostStates)
     : map(level), inputsBefore(before), limit(mostStates), states(limit + mostArrivals),
       passed(std::size_t{level.getWidth()} * level.getHeight()) {
-    const RunnerState first = stateAfter(map, before);
+    first.edges = 0;
+    first.winning = first.resting = false;
     states.findOrAdd(first, states.prepare(first));
 }
 
@@ -45,7 +38,7 @@ void Search::expand(std::uint32_t index) {
     constexpr Input::Direction all[] = {Input::none, Input::left, Input::right};
     for (int turn = 0; turn < 3; ++turn) {
         // The direction that is held already comes first, so that paths have few changes.
-        const Input::Direction direction = all[(from.direction + turn) % 3];
+        const Input::Direction direction = all[(from.last.direction + turn) % 3];
         Player player = from.player();
         const Segment segment{direction, Segment::noPress};
         bool alive = true;
@@ -87,8 +80,7 @@ bool Search::step(Player& player, std::uint32_t index, Segment segment, int fram
 void Search::arrive(const Player& player, std::uint32_t index, Segment segment) {
     RunnerState state = RunnerState::of(player);
     state.parent = index;
-    state.direction = segment.direction;
-    state.press = segment.press & 7;
+    state.last = segment;
     const bool pressed = segment.press != Segment::noPress;
     const int wait = (pressed ? pressGap + segment.press : states[index].wait) - Segment::frames;
     state.wait = std::max(0, wait) & 0xF;
@@ -127,7 +119,7 @@ Inputs Search::inputsTo(std::uint32_t state) const {
     Inputs backward;
     for (; state != 0; state = states[state].parent) {
         for (int frame = Segment::frames; frame-- > 0;) {
-            backward.push_back(states[state].lastSegment().input(frame));
+            backward.push_back(states[state].last.input(frame));
         }
     }
     Inputs inputs = inputsBefore;

@@ -27,12 +27,13 @@ public:
     // Called for each new state; true ends the search.
     using ArrivalTest = std::function<bool(std::uint32_t state)>;
 
-    // `before` are the inputs to the state from which the search begins. With this many states it
-    // gives up; those of the default take less than 4 GiB.
-    Search(const LevelMap& level, const Inputs& before, std::uint32_t mostStates = 40'000'000);
+    // Begins at the start of the play.
+    explicit Search(const LevelMap& level);
 
-    // Eight idle frames, while the title's last key is released.
-    static Inputs firstInputs() { return Inputs(8); }
+    // Begins at a state, to which these inputs lead. With this many states it gives up; those of
+    // the default take less than 4 GiB.
+    Search(const LevelMap& level, RunnerState first, const Inputs& before,
+           std::uint32_t mostStates = 40'000'000);
 
     // Whether everything was searched: nothing ended it before.
     bool run(const GoalHandler& goalHandler, const ArrivalTest& arrivalTest);

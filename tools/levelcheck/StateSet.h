@@ -37,16 +37,13 @@ struct RunnerState {
     bool kicking : 1 = false;
     bool winning : 1 = false; // a segment from here reaches the goal
     bool resting : 1 = false; // a segment from here leads back here
-    // The last segment.
-    std::uint8_t press : 3 = Segment::noPress;
-    Input::Direction direction : 2 = Input::none;
+    Segment last = {};
 
     static RunnerState of(const Player& player);
 
     // A runner in this state. Only what its picture shows is lost.
     Player player() const;
 
-    Segment lastSegment() const { return {direction, press}; }
     int column() const { return cellOf(x); }
     int row() const { return cellOf(y); }
 
