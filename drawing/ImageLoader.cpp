@@ -6,59 +6,62 @@
 
 #include <cstring>
 #include <limits>
+#include <memory>
 #include <new>
 
 #include "drawing/PictureFile.h"
 
-static void copyPixel(const Uint8* source, int sourceBytes, std::uint8_t* target) {
-    // Copying a fixed number of bytes is much faster.
-    if (sourceBytes == 4) {
-        std::memcpy(target, source, 4);
-    } else {
-        std::memcpy(target, source, 3);
-        target[3] = 255;
-    }
-}
-
-static LoadedImage convert(SDL_Surface* surface) {
-    LoadedImage image;
-    const int pixelBytes = surface->format->BytesPerPixel;
-    const bool sized = surface->w >= 1 && surface->h >= 1 && surface->pixels;
-    if (!sized || (pixelBytes != 3 && pixelBytes != 4)) return image;
-
-    const auto width = static_cast<std::size_t>(surface->w);
-    const auto height = static_cast<std::size_t>(surface->h);
-    image.pixels.reset(new (std::nothrow) std::uint8_t[width * height * 4]);
-    if (!image.pixels) return image;
+// Returns null if there is no memory.
+static PixelBuffer addAlpha(const SDL_Surface& surface) {
+    const auto width = static_cast<std::size_t>(surface.w);
+    const auto height = static_cast<std::size_t>(surface.h);
+    PixelBuffer pixels(new (std::nothrow) std::uint8_t[width * height * 4]);
+    std::uint8_t* target = pixels.get();
+    if (!target) return nullptr;
     for (std::size_t y = 0; y < height; ++y) {
-        const Uint8* row = static_cast<const Uint8*>(surface->pixels) + y * surface->pitch;
-        for (std::size_t x = 0; x < width; ++x) {
-            copyPixel(row + x * static_cast<std::size_t>(pixelBytes), pixelBytes,
-                      image.pixels.get() + (y * width + x) * 4);
+        const Uint8* source = static_cast<const Uint8*>(surface.pixels) + y * surface.pitch;
+        for (std::size_t x = 0; x < width; ++x, source += 3, target += 4) {
+            std::memcpy(target, source, 3); // a fixed number of bytes is much faster
+            target[3] = 255;
         }
     }
-    image.width = static_cast<std::uint32_t>(width);
-    image.height = static_cast<std::uint32_t>(height);
+    return pixels;
+}
+
+// Pixels of 4 bytes stay where they are, in the surface: the largest picture takes 256 MiB.
+static LoadedImage convert(const std::shared_ptr<SDL_Surface>& surface) {
+    LoadedImage image;
+    if (surface->w < 1 || surface->h < 1 || !surface->pixels) return image;
+    const int pixelBytes = surface->format->BytesPerPixel;
+    if (pixelBytes == 4 && surface->pitch == surface->w * 4) {
+        image.pixels = PixelBuffer(surface, static_cast<std::uint8_t*>(surface->pixels));
+    } else if (pixelBytes == 3) {
+        image.pixels = addAlpha(*surface);
+    }
+    if (!image.pixels) return image;
+    image.width = static_cast<std::uint32_t>(surface->w);
+    image.height = static_cast<std::uint32_t>(surface->h);
     return image;
 }
 
-static LoadedImage convertAndFree(SDL_Surface* surface) {
-    if (!surface) return {};
+// The surface is in ordinary memory, where locking it changes nothing but may fail.
+static LoadedImage lockAndConvert(SDL_Surface* decoded) {
+    if (!decoded) return {};
+    const std::shared_ptr<SDL_Surface> surface(decoded, SDL_FreeSurface);
     LoadedImage image;
-    if (SDL_LockSurface(surface) == 0) {
+    if (SDL_LockSurface(decoded) == 0) {
         image = convert(surface);
-        SDL_UnlockSurface(surface);
+        SDL_UnlockSurface(decoded);
     }
-    SDL_FreeSurface(surface);
     return image;
 }
 
 static LoadedImage load(SDL_RWops* opened) {
     PictureFile file(opened);
     switch (file.getFormat()) {
-    case PictureFile::Format::png: return convertAndFree(IMG_LoadPNG_RW(file.getSource()));
-    case PictureFile::Format::jpeg: return convertAndFree(IMG_LoadJPG_RW(file.getSource()));
-    case PictureFile::Format::bmp: return convertAndFree(IMG_LoadBMP_RW(file.getSource()));
+    case PictureFile::Format::png: return lockAndConvert(IMG_LoadPNG_RW(file.getSource()));
+    case PictureFile::Format::jpeg: return lockAndConvert(IMG_LoadJPG_RW(file.getSource()));
+    case PictureFile::Format::bmp: return lockAndConvert(IMG_LoadBMP_RW(file.getSource()));
     case PictureFile::Format::unreadable: break;
     }
     return {};

@@ -46,7 +46,7 @@ void TimeVortex::loadTextures(OpenGLDrawer& drawer) {
     }
     drawer.setTextureFiltering(false);
     for (std::size_t phase = 0; phase < colours.size(); ++phase) {
-        auto picture = std::make_unique<std::uint8_t[]>(ringSide * ringSide * 4);
+        PixelBuffer picture = std::make_unique<std::uint8_t[]>(ringSide * ringSide * 4);
         for (std::size_t i = 0; i < ringCount; ++i) {
             paintRing(rings[i], colours[(phase + i) % colours.size()], picture);
         }

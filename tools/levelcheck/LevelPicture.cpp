@@ -75,8 +75,8 @@ private:
             const int sheetX = style.column * tileSheetPixels + x % side * covered + k % covered;
             const int sheetY = style.row * tileSheetPixels + y % side * covered + k / covered;
             const std::uint8_t* pixel =
-                &sheet.pixels[4 * (static_cast<std::size_t>(sheetY) * sheet.width +
-                                   static_cast<std::size_t>(sheetX))];
+                sheet.pixels.get() + 4 * (static_cast<std::size_t>(sheetY) * sheet.width +
+                                          static_cast<std::size_t>(sheetX));
             for (std::size_t c = 0; c < 3; ++c) sums[c] += pixel[c] * pixel[3];
             sums[3] += pixel[3];
         }
