@@ -3,6 +3,8 @@
 
 #include <atomic>
 #include <chrono>
+#include <csetjmp>
+#include <csignal>
 #include <cstdlib>
 #include <iostream>
 #include <thread>
@@ -52,10 +54,27 @@ static void choosePeriod() {
     if (Platform::environment(periodSize).empty()) Platform::setEnvironment(periodSize, "512");
 }
 
+static std::jmp_buf beforeInitializing;
+static thread_local bool isInitializing = false; // not in threads that PortAudio starts
+
+// An assertion in PortAudio aborts where ALSA knows no device, without its configuration for
+// example. Instead this returns an error, after which nothing of PortAudio is used.
+static PaError initialize() {
+    volatile PaError result = paInternalError;
+    const auto present = std::signal(SIGABRT, [](int) {
+        if (isInitializing) std::longjmp(beforeInitializing, 1);
+    });
+    isInitializing = true;
+    if (setjmp(beforeInitializing) == 0) result = Pa_Initialize();
+    isInitializing = false;
+    std::signal(SIGABRT, present);
+    return result;
+}
+
 // The libraries that PortAudio uses print a hundred lines about devices that are not there.
 static PaError initializeQuietly() {
     const Platform::QuietStandardError quiet;
-    return Pa_Initialize();
+    return initialize();
 }
 
 bool PortAudioDevice::open() {
