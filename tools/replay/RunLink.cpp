@@ -69,15 +69,19 @@ std::string RunLink::textOf(std::string_view link) {
     const std::string_view written = link.substr(link.find(mark) + mark.size());
     if (written.size() > mostLetters) throw std::runtime_error("the link is too long");
     std::string packed = fromLetters(written);
-    std::string text(mostText + 1, '\0');
     z_stream stream = {};
     stream.next_in = bytesOf(packed);
     stream.avail_in = static_cast<uInt>(packed.size());
-    stream.next_out = bytesOf(text);
-    stream.avail_out = static_cast<uInt>(text.size());
     if (inflateInit2(&stream, rawDeflate) != Z_OK) throw std::bad_alloc();
-    const int result = inflate(&stream, Z_FINISH);
-    text.resize(stream.total_out);
+    std::string text;
+    std::string part(4096, '\0'); // most runs are far shorter than the limit
+    int result = Z_OK;
+    while (result == Z_OK && text.size() <= mostText) {
+        stream.next_out = bytesOf(part);
+        stream.avail_out = static_cast<uInt>(part.size());
+        result = inflate(&stream, Z_NO_FLUSH);
+        text.append(part, 0, part.size() - stream.avail_out);
+    }
     inflateEnd(&stream);
     if (text.size() > mostText) throw std::runtime_error("the run in the link is too long");
     if (result != Z_STREAM_END || stream.avail_in > 0) {
