@@ -105,6 +105,9 @@ public:
     // is a copy.
     bool drawBackground(int number, const std::function<void()>& paint);
 
+    // Drops the copy, so that the next drawBackground paints.
+    void dropBackground();
+
 private:
     // A fan: element 0 is the centre, the rim follows in order. All four have `count` elements.
     struct Polygon {
@@ -146,7 +149,6 @@ private:
     void showBackground();
     bool copyBackground(); // false without memory for a copy
     void makeBackgroundBuffer();
-    void dropBackground();
 
     void makeFrameBuffer();
     void sizeFrameBuffer(GLuint pictureName);

@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: Zlib
 #include "tools/replay/WatchRun.h"
 
-#include <GL/gl.h>
+#include "drawing/OpenGLDrawer.h"
+#include "tools/Inspector.h"
 
 WatchRun::WatchRun(const InputScript& played, const RunLevel& level, const Options& chosen,
                    double wantedSpeed, std::uint32_t first)
@@ -24,6 +25,8 @@ void WatchRun::addEvents() {
     }
     if (frame == from) {
         glDisable(GL_CULL_FACE);
+        // Its copy was made of a frame without a pixel.
+        static_cast<OpenGLDrawer&>(Inspector::drawer(*application)).dropBackground();
         shownSince = GameRun::ticks();
     }
     ScriptRun::addEvents();
