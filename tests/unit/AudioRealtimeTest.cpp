@@ -77,7 +77,7 @@ static bool refuseSystemCalls() {
            prctl(PR_SET_SECCOMP, SECCOMP_MODE_FILTER, &program) == 0;
 }
 
-class AudioThreadTest : public testing::Test, public AudioSingleton::Callback {
+class AudioRealtimeTest : public testing::Test, public AudioSingleton::Callback {
 protected:
     // Does each forbidden thing once, which shows that it is counted.
     static void misbehave() {
@@ -98,7 +98,7 @@ protected:
 
 // Nearly a minute of the music of a play, slow and fast, with all drums, more notes than a bank has
 // voices, and buffers of many lengths.
-TEST_F(AudioThreadTest, RenderingNeitherAllocatesNorLocksNorCallsTheSystem) {
+TEST_F(AudioRealtimeTest, RenderingNeitherAllocatesNorLocksNorCallsTheSystem) {
     struct sigaction action = {};
     action.sa_handler = onSystemCall;
     sigaction(SIGSYS, &action, nullptr);

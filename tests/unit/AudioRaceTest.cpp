@@ -46,7 +46,7 @@ private:
     std::atomic<bool> isOver = false;
 };
 
-TEST(AudioThreads, NoBarEventOutlivesThePlay) {
+TEST(AudioRace, NoBarEventOutlivesThePlay) {
     AudioSingleton& sound = AudioSingleton::instance();
     std::atomic<int> buffers = 0;
     std::atomic<bool> quit = false;
@@ -74,7 +74,7 @@ TEST(AudioThreads, NoBarEventOutlivesThePlay) {
 }
 
 // As when the thump of a page takes voices of the last page's thump that end within a buffer.
-TEST(AudioThreads, ANoteMayStartOnAVoiceThatHasJustEnded) {
+TEST(AudioRace, ANoteMayStartOnAVoiceThatHasJustEnded) {
     std::array<SimpleSynth, SimpleSynth::bankSize> voices;
     for (SimpleSynth& voice : voices) voice.setParameter("noteLength", 0.01f, true);
     std::atomic<bool> quit = false;
