@@ -42,7 +42,7 @@ set(CPACK_DEBIAN_COMPRESSION_TYPE xz)
 
 set(CPACK_DEBIAN_GAME_PACKAGE_NAME tarnwick)
 set(CPACK_DEBIAN_GAME_PACKAGE_SUGGESTS tarnwick-tools)
-set(CPACK_DEBIAN_GAME_DESCRIPTION "arcade game: run, and kick off walls up to a speed
+set(CPACK_DEBIAN_GAME_DESCRIPTION "arcade game: run and kick off walls to reach a speed
 One runner, one very large level seen from the side, one goal: a speed. Run,
 jump and kick off walls; there is no score, no timer and no death, only a bar
 at the top of the screen and a mark on it.

@@ -380,7 +380,7 @@ void glReadPixels(GLint x, GLint y, GLsizei width, GLsizei height, GLenum format
 
 // --- what the library for extensions finds
 
-// The others are null, as where a driver lacks them.
+// Others are null, as with a driver that lacks them.
 extern "C" {
 PFNGLACTIVETEXTUREARBPROC __glewActiveTextureARB = chooseUnit;
 PFNGLMULTITEXCOORD2FARBPROC __glewMultiTexCoord2fARB = setTextureCoordinates;

@@ -5,7 +5,7 @@ bool Platform::hasDisplay() {
     return true;
 }
 
-// For a command without a size; the page always gives one to a play.
+// For a command without a size; a play always gets one from the page.
 Platform::ScreenSize Platform::primaryScreenSize() {
     return {1280, 720};
 }

@@ -63,7 +63,7 @@ PaHostApiIndex Pa_GetDefaultHostApi() {
     return 0;
 }
 
-// Any API that the player names is the browser's.
+// Whatever API the player names, the browser's is used.
 PaHostApiIndex Pa_HostApiTypeIdToHostApiIndex(PaHostApiTypeId /*type*/) {
     return 0;
 }

@@ -42,7 +42,7 @@ mergeInto(LibraryManager.library, {
             });
         },
 
-        // For browsers, and pages without encryption, that have no worklet.
+        // For browsers without worklets, and for pages without https, which have none.
         openScript: function (context) {
             const frames = 1024;
             const node = context.createScriptProcessor(frames, 0, 2);

@@ -78,7 +78,7 @@ int SDL_GL_SetAttribute(SDL_GLattr attribute, int value) {
 
 SDL_Surface* SDL_SetVideoMode(int width, int height, int /*bits*/, Uint32 flags) {
     if (!openCanvas(width, height, wantedSamples)) {
-        SDL_SetError("this browser shows no WebGL");
+        SDL_SetError("this browser has no WebGL");
         return nullptr;
     }
     screen.flags = flags;

@@ -49,7 +49,7 @@ mergeInto(LibraryManager.library, {
             _takeKey(symbol, false);
         },
 
-        // The browser does not report keys that go up while another window has them.
+        // The browser does not report keys that are released in another window.
         releaseAll: function () {
             browserWindow.pressed.forEach(function (symbol) {
                 _takeKey(symbol, false);

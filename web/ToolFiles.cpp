@@ -82,7 +82,7 @@ int sf_close(SNDFILE* sound) {
 }
 
 const char* sf_strerror(SNDFILE* /*sound*/) {
-    return "this browser writes no such file";
+    return "the page cannot write such a file";
 }
 
 const char* sf_error_number(int /*number*/) {

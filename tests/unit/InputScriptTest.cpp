@@ -47,7 +47,7 @@ TEST(InputScript, IsPlayedAsWrittenOrRefusedWithTheLine) {
         {"# x\n1x left", "line 2: \"1x\" is not a frame number"},
         {"4294967296 up", "line 1: \"4294967296\" is not a frame number"},
         {"1 Left\n2 end", "line 1: \"Left\" is not a key"},
-        {"1 left\n1 right", "line 2: frame 1 is not after the one before"},
+        {"1 left\n1 right", "line 2: frame 1 does not come after the one before"},
         // A recording without its end plays up to its last whole line.
         {"# tarnwick run 1\n1 left\n4 left\n70 ri", "1: +left\nend 5"},
         {"# tarnwick run 2\n", "line 1: a newer tarnwick-replay recorded this run"},

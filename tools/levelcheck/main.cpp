@@ -17,15 +17,16 @@
 static constexpr const char* usage =
     "Usage: tarnwick-levelcheck LEVEL.png [options]\n"
     "       tarnwick-levelcheck --new FOLDER\n"
-    "Reports what is wrong with a level, and where, and how fast the goal can be reached.\n"
+    "Reports what is wrong with a level and where, and how fast its goal can be reached.\n"
     "  --new FOLDER     make a copy of the game whose levels, patches and tunes you can change\n"
-    "  --zones FILE     its regions, its goal zones and what is wanted of it, see the manual page\n"
-    "  --script FILE    write the fastest run as a run for tarnwick-replay\n"
+    "  --zones FILE     regions, goal zones and wanted measures of the level; see the manual page\n"
+    "  --script FILE    write the fastest run to a file for tarnwick-replay\n"
     "  --to GOAL        use the fastest run to this goal zone instead\n"
-    "  --through A,B,C  and let it pass these zones in this order\n"
+    "  --through A,B,C  make the run pass these zones first, in this order\n"
     "  --picture FILE   write a picture (PNG) of the level with this run\n"
     "  --newcomers N    simulate N first-time players instead, and print where they lose time\n"
-    "  --scene          check a level in which nobody steers, that of the epilogue\n";
+    "  --scene          check the level of the epilogue, in which nobody steers\n"
+    "  --help, --version  print this text, or the version\n";
 
 static const CommandLine::KnownOptions options = {
     {"--zones", 1},   {"--script", 1}, {"--to", 1},        {"--through", 1},

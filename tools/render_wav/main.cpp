@@ -18,13 +18,15 @@ static constexpr const char* usage =
     "       tarnwick-render drum DRUM WAV [options]           kick, clap, hat or crash\n"
     "       tarnwick-render bom WAV [options]                 the thump when a page turns\n"
     "       tarnwick-render music PITCHES BARS WAV [options]  the music of a play\n"
-    "Writes a WAV file, 44100 hertz, stereo, until the last note has ended. Options and defaults:\n"
+    "Writes a stereo WAV file with 44100 hertz, until the last note has ended. Options and "
+    "defaults:\n"
     "  --bits 32|16       floats, or integers, clipped at -1 and 1 (32)\n"
     "  --buffer FRAMES    number of stereo frames to compute at once, 1 to 65536 (256)\n"
     "  --alternate        the second sound of a drum\n"
     "  --seed NUMBER      seed of the random numbers, for drums and music (1)\n"
     "  --speed SPEED      speed of the runner: fast, slow, or tiles per frame (fast)\n"
-    "  --patches FOLDER   patches for music and bom, instead of the game's\n";
+    "  --patches FOLDER   patches for music and bom, instead of the game's\n"
+    "  --help, --version  print this text, or the version\n";
 
 static constexpr std::int32_t mostBars = 3600;    // two hours, which fit in a WAV file
 static constexpr std::int32_t mostFrames = 65536; // fewer than a bar has
@@ -40,12 +42,8 @@ static const CommandLine::KnownOptions options = {
 // Renders what the command line asks for.
 using Piece = std::function<void(SoundRenderer&)>;
 
-static std::runtime_error failure(const std::string& what) {
-    return std::runtime_error(what);
-}
-
 static void requireFile(const FilePath& file) {
-    if (!file.isOrdinaryFile()) throw failure("no such file: " + file.text());
+    if (!file.isOrdinaryFile()) throw std::runtime_error("no such file: " + file.text());
 }
 
 static void loadPatch(std::size_t bank, const FilePath& path) {
@@ -54,14 +52,16 @@ static void loadPatch(std::size_t bank, const FilePath& path) {
     const PatchFile patch(path.text(), count);
     const auto& values = patch.getValues();
     if (values.empty()) {
-        throw failure("not a patch: " + path.text() + ": line 23 needs the number " +
-                      std::to_string(count) + " in column 26, and lines 26 on need as many values");
+        throw std::runtime_error("not a patch: " + path.text() + ": line 23 needs the number " +
+                                 std::to_string(count) +
+                                 " in column 26, and lines 26 on need as many values");
     }
     for (std::int32_t i = 0; i < count; ++i) {
         const auto place = static_cast<std::size_t>(i);
         if (place < values.size() && values[place].index == i) continue;
-        throw failure(path.text() + ", line " + std::to_string(26 + i) +
-                      ": no number; lines 26 to " + std::to_string(25 + count) + " need one each");
+        throw std::runtime_error(path.text() + ", line " + std::to_string(26 + i) +
+                                 ": no number; lines 26 to " + std::to_string(25 + count) +
+                                 " need one each");
     }
     AudioSingleton::instance().loadPatch(bank, path.text());
 }
@@ -79,7 +79,8 @@ static void loadPitches(const FilePath& path) {
     const PitchTable pitches = readPitches(path.text());
     for (std::size_t note = 0; note < pitches.size(); ++note) {
         if (pitches[note] > 0 && pitches[note] <= highestPitch) continue;
-        throw failure("note " + std::to_string(note) + " has no pitch in " + path.text());
+        throw std::runtime_error("note " + std::to_string(note) + " has no pitch in " +
+                                 path.text());
     }
     AudioSingleton::instance().setPitches(pitches);
 }
@@ -156,7 +157,7 @@ static int run(const CommandLine& line) {
             return 0;
         }
     }
-    throw failure("cannot write " + path + ": " + file.getFailure());
+    throw std::runtime_error("cannot write " + path + ": " + file.getFailure());
 }
 
 int main(int argc, char* argv[]) {

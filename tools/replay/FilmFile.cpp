@@ -128,7 +128,7 @@ void FilmFile::addFrame(const std::vector<unsigned char>& pixels,
         changed.notify_one();
     }
     if (writeAll(pictures, pixels.data(), pixels.size())) return;
-    throw std::runtime_error("ffmpeg ended too early");
+    throw std::runtime_error("ffmpeg ended before the film was finished");
 }
 
 // Closes the pipes and waits for ffmpeg. Returns whether it succeeded.

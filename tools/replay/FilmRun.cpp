@@ -20,14 +20,15 @@ FilmRun::FilmRun(const InputScript& played, const RunLevel& level, const Options
 void FilmRun::play() {
     runOffline();
     if (onTerminal) std::fprintf(stderr, "\r%*s\r", barWidth + 40, "");
-    if (closed) throw std::runtime_error("the window was closed before the end");
+    if (closed) throw std::runtime_error("the window was closed before the film was finished");
     film.finish();
 }
 
 void FilmRun::takeFrame(const std::vector<float>& samples) {
     const SDL_Surface* window = SDL_GetVideoSurface();
     if (window->w != width || window->h != height) {
-        throw std::runtime_error("the window did not get the size of the film");
+        throw std::runtime_error(
+            "the window did not get the size of the film; try a smaller --size");
     }
     glReadPixels(0, 0, width, height, GL_BGRA, GL_UNSIGNED_BYTE, pixels.data());
     film.addFrame(pixels, samples);

@@ -37,7 +37,7 @@ Ghosts::Ghost::Ghost(const std::string& file, const RunLevel& level)
     : script(RunLink::read(file)), run(script, level.getMap()), name(shownName(script, file)) {
     const std::string refusal = level.refusal(script.getHeader());
     if (!refusal.empty())
-        throw std::runtime_error(RunLink::nameOf(file) + " does not fit: " + refusal);
+        throw std::runtime_error(RunLink::nameOf(file) + " does not fit this level: " + refusal);
     while (run.getPlayFrames() == 0 && run.step()) {}
     if (run.getPlayFrames() == 0)
         throw std::runtime_error(RunLink::nameOf(file) + " ends before the play");

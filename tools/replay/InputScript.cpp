@@ -122,7 +122,7 @@ bool InputScript::readLine(std::string_view line, std::string& failure) {
         return false;
     }
     if (ended || (!lines.empty() && frame <= lines.back().frame)) {
-        failure = "frame " + std::to_string(frame) + " is not after the one before";
+        failure = "frame " + std::to_string(frame) + " does not come after the one before";
         return false;
     }
     Line read{frame, 0};

@@ -56,7 +56,8 @@ void RunWriter::remove() {
 std::string RunWriter::newPath() {
     const std::string data = Platform::environment("XDG_DATA_HOME");
     const std::string home = Platform::environment("HOME");
-    if (home.empty() && data.empty()) throw std::runtime_error("there is no home folder");
+    if (home.empty() && data.empty())
+        throw std::runtime_error("neither XDG_DATA_HOME nor HOME is set");
     const std::string parent = data.starts_with('/') ? data : home + "/.local/share";
     const std::string folder = parent + "/tarnwick/runs";
     if (!Platform::makeFolder(folder) && !std::filesystem::is_directory(folder)) {

@@ -10,7 +10,7 @@ ScriptRun::ScriptRun(const InputScript& played, const RunLevel& level, Options c
     : GameRun(std::move(chosen)), script(played) {
     const InputScript::Header& header = script.getHeader();
     const std::string refusal = level.refusal(header);
-    if (!refusal.empty()) throw std::runtime_error("the run does not fit: " + refusal);
+    if (!refusal.empty()) throw std::runtime_error("the run does not fit this level: " + refusal);
     if (options.pitches.empty() && !header.pitches.empty()) {
         const FilePath tune(dataFolder() + "/pitches/" + header.pitches);
         if (tune.isOrdinaryFile()) options.pitches = tune.text();
@@ -19,7 +19,7 @@ ScriptRun::ScriptRun(const InputScript& played, const RunLevel& level, Options c
 
 void ScriptRun::runScript() {
     run();
-    if (!reachedEnd && !closed) throw std::runtime_error("the game ended before the run");
+    if (!reachedEnd && !closed) throw std::runtime_error("the game ended before the run did");
 }
 
 void ScriptRun::takeWindowEvent(const SDL_Event& event) {

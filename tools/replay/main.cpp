@@ -33,15 +33,15 @@ static constexpr const char* usage =
     "Options of all commands but link:\n"
     "  --level FILE       play on this level (PNG)\n"
     "  --data FOLDER      take the level, fonts, patches and tunes from this folder\n"
+    "all commands but link and check:\n"
     "  --pitches FILE     play the music on these pitches\n"
-    "  --seed N           start of the random numbers\n"
-    "  --help, --version  print this text, or the version\n"
+    "  --seed N           seed of the random numbers\n"
     "record, race:\n"
     "  --player NAME      write this name into the file\n"
     "race:\n"
     "  --into FILE        keep the run in this file\n"
     "watch:\n"
-    "  --speed N          times the game's own speed, 0.1 to 10\n"
+    "  --speed N          play at N times the game's own speed, 0.1 to 10\n"
     "  --from FRAME       skip the frames before this one\n"
     "check:\n"
     "  --json             print JSON\n"
@@ -56,8 +56,10 @@ static constexpr const char* usage =
     "  --frames A,B,C       these frames\n"
     "  --sound FILE       write the sound (16-bit WAV)\n"
     "link:\n"
-    "  --page ADDRESS     of the page with the game, instead of the project's own\n"
-    "Exit status: 0 done, 1 failed or a run is not what its header claims, 2 wrong use.\n";
+    "  --page ADDRESS     address of the page with the game, instead of the project's own\n"
+    "tarnwick-replay --help, --version: print this text, or the version\n"
+    "Exit status: 0 done, 1 failed or a run is not what its header claims, 2 invalid command "
+    "line.\n";
 
 static const CommandLine::KnownOptions options = {
     {"--level", 1},  {"--data", 1},   {"--json", 0},  {"--output", 1},  {"--pictures", 1},

@@ -366,7 +366,7 @@ async function load() {
     const bar = find("buttons").firstChild;
     try {
         if (location.protocol === "file:") {
-            throw new Error("Open this page from a web server: a browser loads no program from a file.");
+            throw new Error("Open this page from a web server: browsers do not load programs from a file.");
         }
         const answer = await fetch("tarnwick.wasm");
         if (!answer.ok) throw new Error("tarnwick.wasm is missing.");
