@@ -29,12 +29,14 @@ static std::uint8_t toByte(float level) {
 // Paints a ring over a picture of the same size. Its pixels are opaque or clear.
 void TimeVortex::paintRing(const LoadedImage& ring, const Colour& colour, PixelBuffer& picture) {
     if (ring.width != ringSide || ring.height != ringSide) return;
-    for (std::uint32_t i = 0; i < ringSide * ringSide; ++i) {
-        if (ring.pixels[4 * i + 3] == 0) continue;
-        picture[4 * i] = toByte(colour.red);
-        picture[4 * i + 1] = toByte(colour.green);
-        picture[4 * i + 2] = toByte(colour.blue);
-        picture[4 * i + 3] = 255;
+    const std::uint8_t* source = ring.pixels.get();
+    std::uint8_t* target = picture.get();
+    for (std::uint32_t i = 0; i < ringSide * ringSide; ++i, source += 4, target += 4) {
+        if (source[3] == 0) continue;
+        target[0] = toByte(colour.red);
+        target[1] = toByte(colour.green);
+        target[2] = toByte(colour.blue);
+        target[3] = 255;
     }
 }
 
