@@ -18,10 +18,13 @@ struct _TTF_Font {
     std::vector<unsigned char> file;
     stbtt_fontinfo info = {};
     float scale = 0; // pixels per unit of the font
-    int ascent = 0;  // pixels
-    int height = 0;
+    int height = 0;  // pixels
     int lineSkip = 0;
 };
+
+static int wholePixels(int units, float scale) {
+    return static_cast<int>(std::ceil(static_cast<float>(units) * scale));
+}
 
 int TTF_Init() {
     return 0;
@@ -43,12 +46,8 @@ TTF_Font* TTF_OpenFont(const char* path, int size) {
     int descent = 0;
     int gap = 0;
     stbtt_GetFontVMetrics(&font->info, &ascent, &descent, &gap);
-    const auto pixels = [&](int units) {
-        return static_cast<int>(std::ceil(static_cast<float>(units) * font->scale));
-    };
-    font->ascent = pixels(ascent);
-    font->height = pixels(ascent) - pixels(descent) + 1;
-    font->lineSkip = pixels(ascent - descent + gap);
+    font->height = wholePixels(ascent, font->scale) - wholePixels(descent, font->scale) + 1;
+    font->lineSkip = wholePixels(ascent - descent + gap, font->scale);
     return font.release();
 }
 
@@ -72,13 +71,13 @@ int TTF_GlyphMetrics(TTF_Font* font, Uint16 character, int* minX, int* maxX, int
     int bottom = 0;
     int step = 0;
     int bearing = 0;
-    stbtt_GetCodepointBitmapBox(&font->info, character, font->scale, font->scale, &left, &top,
-                                &right, &bottom);
+    stbtt_GetCodepointBox(&font->info, character, &left, &bottom, &right, &top);
     stbtt_GetCodepointHMetrics(&font->info, character, &step, &bearing);
-    *minX = left;
-    *maxX = right;
-    *minY = -bottom;
-    *maxY = -top;
+    // As in SDL_ttf, the size is rounded, not the far edges. It decides where the lines are.
+    *minX = static_cast<int>(std::floor(static_cast<float>(left) * font->scale));
+    *maxX = *minX + wholePixels(right - left, font->scale);
+    *maxY = wholePixels(top, font->scale);
+    *minY = *maxY - wholePixels(top - bottom, font->scale);
     *advance = static_cast<int>(std::lround(static_cast<float>(step) * font->scale));
     return 0;
 }
