@@ -3,7 +3,7 @@
 // desktop's decoder gives as a palette or as shades of grey, so this one gives no picture for it.
 #include <SDL_image.h>
 
-#include <cstdint>
+#include <vector>
 
 #define STB_IMAGE_STATIC
 #define STB_IMAGE_IMPLEMENTATION
@@ -14,22 +14,25 @@
 #define STBI_NO_SIMD
 #include <stb/stb_image.h>
 
-static int readSource(void* source, char* target, int bytes) {
-    return SDL_RWread(static_cast<SDL_RWops*>(source), target, 1, bytes);
+static constexpr int widestSurface = 16383; // pixels; its rows have at most 65535 bytes
+
+static std::vector<stbi_uc> readAll(SDL_RWops* source) {
+    std::vector<stbi_uc> bytes(static_cast<std::size_t>(SDL_RWseek(source, 0, RW_SEEK_END)));
+    SDL_RWseek(source, 0, RW_SEEK_SET);
+    SDL_RWread(source, bytes.data(), 1, static_cast<int>(bytes.size()));
+    return bytes;
 }
 
-static void skipSource(void* source, int bytes) {
-    SDL_RWseek(static_cast<SDL_RWops*>(source), bytes, RW_SEEK_CUR);
-}
-
-static SDL_Surface* decode(SDL_RWops* source, int channels) {
-    const stbi_io_callbacks calls = {readSource, skipSource, [](void*) { return 0; }};
+static SDL_Surface* decode(const std::vector<stbi_uc>& file, int channels) {
     int width = 0;
     int height = 0;
     int found = 0;
-    SDL_RWseek(source, 0, RW_SEEK_SET);
-    stbi_uc* pixels = stbi_load_from_callbacks(&calls, source, &width, &height, &found, channels);
-    if (!pixels) return nullptr;
+    stbi_uc* pixels = stbi_load_from_memory(file.data(), static_cast<int>(file.size()), &width,
+                                            &height, &found, channels);
+    if (!pixels || width > widestSurface) {
+        stbi_image_free(pixels);
+        return nullptr;
+    }
     SDL_Surface* surface =
         SDL_CreateRGBSurfaceFrom(pixels, width, height, channels * 8, width * channels, 0, 0, 0, 0);
     surface->flags = 0; // it owns its pixels
@@ -37,19 +40,19 @@ static SDL_Surface* decode(SDL_RWops* source, int channels) {
 }
 
 SDL_Surface* IMG_LoadPNG_RW(SDL_RWops* source) {
-    constexpr int kindPlace = 25; // in the file
-    constexpr std::uint8_t grey = 0;
-    constexpr std::uint8_t palette = 3;
-    std::uint8_t kind = 0;
-    SDL_RWseek(source, kindPlace, RW_SEEK_SET);
-    if (SDL_RWread(source, &kind, 1, 1) != 1 || kind == grey || kind == palette) return nullptr;
-    return decode(source, 4);
+    constexpr std::size_t kindPlace = 25;
+    constexpr stbi_uc grey = 0;
+    constexpr stbi_uc palette = 3;
+    const std::vector<stbi_uc> file = readAll(source);
+    if (file.size() <= kindPlace) return nullptr;
+    const stbi_uc kind = file[kindPlace];
+    return kind == grey || kind == palette ? nullptr : decode(file, 4);
 }
 
 SDL_Surface* IMG_LoadJPG_RW(SDL_RWops* source) {
-    return decode(source, 3);
+    return decode(readAll(source), 3);
 }
 
 SDL_Surface* IMG_LoadBMP_RW(SDL_RWops* source) {
-    return decode(source, 4);
+    return decode(readAll(source), 4);
 }
