@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Zlib
 // The part of OpenGL's fixed pipeline that the game uses, over WebGL. Corners are transformed here
 // and collected. FixedPipeline.js draws them in one go, at the end of a frame or before a call that
-// would change what they become. There is one texture unit, no shader and no frame buffer.
+// would change how they look. There is one texture unit, no shader and no frame buffer.
 #include "web/FixedPipeline.h"
 
 #include <GL/glew.h>

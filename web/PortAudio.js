@@ -10,6 +10,10 @@ mergeInto(LibraryManager.library, {
         blocksAhead: 4, // 46 ms
         listeners: null, // an AbortController while the stream is open
 
+        isOpen: function (context) {
+            return Module["sound"] && Module["sound"]["context"] === context;
+        },
+
         // A block of interleaved samples, valid until the next.
         makeBlock: function (frames) {
             const start = _fillSound(frames) >> 2;
@@ -26,7 +30,7 @@ mergeInto(LibraryManager.library, {
 
         openWorklet: function (context, url) {
             return context.audioWorklet.addModule(url).then(function () {
-                if (!Module["sound"] || Module["sound"]["context"] !== context) return;
+                if (!sound.isOpen(context)) return;
                 const node = new AudioWorkletNode(context, "player", {
                     numberOfInputs: 0,
                     outputChannelCount: [2],
@@ -76,9 +80,8 @@ mergeInto(LibraryManager.library, {
             const url = URL.createObjectURL(source);
             sound.openWorklet(context, url).catch(function () {
                 // A worklet that is still loading fails if the stream is closed.
-                const open = Module["sound"] && Module["sound"]["context"] === context;
-                if (open) sound.openScript(context);
-            });
+                if (sound.isOpen(context)) sound.openScript(context);
+            }).finally(() => URL.revokeObjectURL(url));
         } else {
             sound.openScript(context);
         }

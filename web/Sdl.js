@@ -11,11 +11,7 @@ mergeInto(LibraryManager.library, {
         awakeSince: 0, // ms
         busy: 0, // ms of the present frame
 
-        symbols: {
-            Backspace: 8, Tab: 9, Enter: 13, Escape: 27, Delete: 127,
-            ArrowUp: 273, ArrowDown: 274, ArrowRight: 275, ArrowLeft: 276,
-            Home: 278, End: 279, PageUp: 280, PageDown: 281,
-        },
+        symbols: { Escape: 27, ArrowUp: 273, ArrowDown: 274, ArrowRight: 275, ArrowLeft: 276 },
 
         // The number of a key as the game knows it; 0 for one that the game does not use.
         symbolOf: function (event) {
@@ -29,7 +25,7 @@ mergeInto(LibraryManager.library, {
 
         isForPage: function (event) {
             const target = event.target;
-            return event.ctrlKey || event.altKey || event.metaKey ||
+            return event.ctrlKey || event.altKey || event.metaKey || /^F\d/.test(event.key) ||
                 (target instanceof Element && target.closest("a, button, input, select, textarea"));
         },
 
@@ -80,7 +76,6 @@ mergeInto(LibraryManager.library, {
 
     listenToKeys__deps: ["$browserWindow"],
     listenToKeys: function () {
-        if (typeof window === "undefined" || browserWindow.listeners) return;
         browserWindow.listeners = new AbortController();
         browserWindow.pressed = new Map();
         browserWindow.awakeSince = performance.now();
@@ -98,8 +93,12 @@ mergeInto(LibraryManager.library, {
 
     readGamepads__deps: ["$browserWindow"],
     readGamepads: function () {
-        if (typeof navigator === "undefined" || !navigator.getGamepads) return;
-        const gamepads = navigator.getGamepads();
+        let gamepads = [];
+        try {
+            gamepads = navigator.getGamepads();
+        } catch (refused) { // to a page without encryption, or in another page
+            return;
+        }
         for (let number = 0; number < gamepads.length; ++number) {
             const gamepad = gamepads[number];
             const before = browserWindow.buttons[number] || [];

@@ -6,7 +6,7 @@
 
 const mostLetters = 1 << 16; // of a link's run; as in RunLink
 const mostText = 1 << 20; // bytes
-const mostTiles = 1 << 24; // of a level
+const mostTiles = 1 << 24, mostColumns = 16383; // of a level
 const start = {x: 60, y: 984}; // of the runner, in every level
 const widest = 1920; // pixels of the picture
 const mostSkipped = 6000; // frames of a title; a second or two
@@ -23,7 +23,7 @@ const given = name => settings.has(name);
 
 let program = null; // compiled once
 let running = null; // the instance of a play that is shown
-let level = null; // {name, path, bytes} of a dropped one
+let level = null; // {path, bytes} of a dropped one
 let shared = null; // {text, title, titleFrames}: the run to watch and to race
 
 // An instance with these files; print gets each line that it prints.
@@ -71,6 +71,7 @@ async function through(stream, bytes, most) {
 async function linkOf(text) {
     const packed = await through(new CompressionStream("deflate-raw"), text, mostText);
     const letters = btoa(Array.from(packed, byte => String.fromCharCode(byte)).join(""));
+    if (letters.length > mostLetters) throw new Error("This run is too long for a link.");
     return location.href.replace(/[?#].*/, "") + "#run=" +
         letters.replaceAll("+", "-").replaceAll("/", "_").replace(/=+$/, "");
 }
@@ -91,14 +92,19 @@ async function textOf(letters) {
     });
 }
 
-const fileOptions = () => (level ? ["--level", level.path] : []);
-const levelFile = () => (level ? {[level.path]: level.bytes} : {});
+const levelOptions = (on = level) => (on ? ["--level", on.path] : []);
+const levelFile = (on = level) => (on ? {[on.path]: on.bytes} : {});
+
+// What a run is worth on this level; null if the level cannot be read.
+async function check(text, on = level) {
+    const files = {...levelFile(on), [theirRun]: text};
+    const {lines} = await run(["check", theirRun, "--json", ...levelOptions(on)], {files});
+    return lines[0] === "[" ? JSON.parse(lines.join("\n"))[0] : null;
+}
 
 // Checks a run, and offers it to be watched and raced.
 async function share(text) {
-    const files = {...levelFile(), [theirRun]: text};
-    const checked = await run(["check", theirRun, "--json", ...fileOptions()], {files});
-    const [result] = JSON.parse(checked.lines.join("\n"));
+    const result = await check(text);
     if (!result.ok) {
         throw new Error("This run cannot be shown: " + result.problem.replace(theirRun, "it") + ".");
     }
@@ -120,7 +126,6 @@ async function openLink() {
 
 // The card: a sentence, and buttons for what can be done. Any key presses the first.
 function show(news, ...actions) {
-    running = null;
     stage.hidden = true;
     card.hidden = false;
     find("news").textContent = news;
@@ -151,12 +156,13 @@ function showStart(news = "") {
 }
 
 async function copy(text, button) {
-    const link = await linkOf(text);
+    let link = "";
     try {
+        link = await linkOf(text);
         await navigator.clipboard.writeText(link);
         button.textContent = "Copied";
-    } catch {
-        prompt("The link:", link);
+    } catch (error) {
+        link ? prompt("The link:", link) : alert(error.message);
     }
 }
 
@@ -171,9 +177,10 @@ function runSoFar(module, frames) {
 
 // When the goal is reached, the run can be shared at once.
 function watchForGoal(module) {
+    if (running !== module) return;
     const frames = module._goalFrames();
     if (frames === 0) {
-        setTimeout(() => running === module && watchForGoal(module), 250);
+        setTimeout(watchForGoal, 250, module);
         return;
     }
     const button = document.createElement("button");
@@ -188,10 +195,6 @@ function pictureSize(canvas) {
 }
 
 async function play(command) {
-    if (!document.createElement("canvas").getContext("webgl")) {
-        showStart("The game needs WebGL, and this browser shows none.");
-        return;
-    }
     card.hidden = true;
     stage.hidden = false;
     find("goal").replaceChildren();
@@ -201,12 +204,13 @@ async function play(command) {
     stage.prepend(canvas);
     let lost = "";
     canvas.addEventListener("webglcontextlost", () => {
+        if (!canvas.isConnected) return;
         lost = "The browser has taken the graphics away. Start again.";
         press("Escape", true);
     });
     const files = {...levelFile(), ...(shared && {[theirRun]: shared.text})};
     const player = settings.get("player");
-    const options = [...fileOptions(),
+    const options = [...levelOptions(),
         ...(player && command[0] !== "watch" ? ["--player", player] : [])];
     const game = ["--", "-win", ...pictureSize(canvas), ...(given("nosound") ? ["-ns"] : []),
         ...(given("nomusic") ? ["-nm"] : [])];
@@ -214,13 +218,15 @@ async function play(command) {
         const done = await run([...command, ...options, ...game], {files, canvas, started(module) {
             running = module;
             canvas.focus();
-            if (command[0] !== "watch") watchForGoal(module);
-        }});
+            if (command[0] !== "watch") setTimeout(watchForGoal, 250, module);
+        }}).finally(() => (running = null));
         await finish(command, done, lost);
     } catch (error) {
         showStart(lost || error.message);
     }
     canvas.remove();
+    // A browser has only a few contexts, and takes them from pages that keep them.
+    canvas.getContext("webgl")?.getExtension("WEBGL_lose_context")?.loseContext();
 }
 
 async function finish(command, {lines, module}, lost) {
@@ -252,28 +258,34 @@ function whatIsWrong(bytes, name) {
         return `${name} has ${width} by ${height} pixels. A level has at least ` +
             `${start.x + 1} by ${start.y + 1}: the runner starts there.`;
     }
-    if (width * height > mostTiles) return `${name} has too many pixels, ${width} by ${height}.`;
+    if (width * height > mostTiles || width > mostColumns) {
+        return `${name} has too many pixels, ${width} by ${height}.`;
+    }
     if (![2, 6].includes(view.getUint8(25))) {
         return `${name} has a palette or is grey. Export it as RGB.`;
     }
     return "";
 }
 
+async function levelOf(file) {
+    if (file.size > 4 * mostTiles) throw new Error(`${file.name} is too large.`);
+    const bytes = new Uint8Array(await file.arrayBuffer());
+    const wrong = whatIsWrong(bytes, file.name);
+    if (wrong) throw new Error(wrong);
+    const made = {path: "/tmp/" + file.name.replace(/[^\w.-]/g, "_"), bytes};
+    if (!(await check("0 end\n", made))) throw new Error(`${file.name} is broken.`);
+    return made;
+}
+
 async function takeLevel(file) {
-    if (!file || !program || running) return;
-    const tooLarge = file.size > 4 * mostTiles;
-    const bytes = tooLarge ? null : new Uint8Array(await file.arrayBuffer());
-    const wrong = tooLarge ? `${file.name} is too large.` : whatIsWrong(bytes, file.name);
-    if (wrong) {
-        showStart(wrong);
-        return;
-    }
-    level = {name: file.name, path: "/" + file.name.replace(/[^\w.-]/g, "_"), bytes};
+    if (!file || !program || card.hidden) return;
+    for (const button of find("buttons").children) button.disabled = true; // until it is there
     try {
+        level = await levelOf(file);
         await openLink();
         showStart(`${shared ? shared.title : "Level"} ${file.name}`);
     } catch (error) {
-        showStart(`Level ${file.name}. ${error.message}`);
+        showStart(error.message);
     }
 }
 
@@ -285,8 +297,8 @@ function press(key, down) {
 
 const touched = new Map(); // the zone under each pointer that is down, if any
 function touch(event) {
-    const ended = event.type !== "pointerdown" && event.type !== "pointermove";
-    if (event.type === "pointermove" && !touched.has(event.pointerId)) return;
+    if (event.type !== "pointerdown" && !touched.has(event.pointerId)) return;
+    const ended = event.type === "pointerup" || event.type === "pointercancel";
     const before = touched.get(event.pointerId);
     const over = document.elementFromPoint(event.clientX, event.clientY)?.closest("[data-key]");
     const now = ended ? null : over;
@@ -298,9 +310,9 @@ function touch(event) {
         if (zone) press(zone.dataset.key, down);
     }
 }
-for (const type of ["pointerdown", "pointermove", "pointerup", "pointercancel"]) {
-    find("zones").addEventListener(type, touch);
-}
+find("zones").addEventListener("pointerdown", touch);
+// The zones may be gone when a finger is lifted.
+for (const type of ["pointermove", "pointerup", "pointercancel"]) addEventListener(type, touch);
 
 addEventListener("keydown", event => {
     const quiet = ["Tab", "Shift", "Control", "Alt", "AltGraph", "Meta", "Escape"];
@@ -371,6 +383,9 @@ async function load() {
         const answer = await fetch("tarnwick.wasm");
         if (!answer.ok) throw new Error("tarnwick.wasm is missing.");
         program = await WebAssembly.compile(await answer.arrayBuffer());
+        if (!document.createElement("canvas").getContext("webgl")) {
+            throw new Error("It needs WebGL, and this browser shows none.");
+        }
         instance().then(dress);
     } catch (error) {
         program = null;
