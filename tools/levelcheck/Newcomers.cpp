@@ -5,7 +5,7 @@
 #include <cmath>
 #include <random>
 #include <set>
-#include <tuple>
+#include <utility>
 
 #include "tools/levelcheck/Findings.h"
 #include "tools/levelcheck/Run.h"
@@ -40,7 +40,7 @@ struct Newcomer {
     Player player{playStart};
     int column = 0, row = 0;
     std::map<std::pair<int, int>, int> memory = {}; // frames in each spot
-    int targetX = 0, targetY = 0;                   // column and row
+    std::pair<int, int> target = {};                // column and row
     int heading = 1;                                // 1 to the right, -1 to the left
     int untilThought = 0;
     Inputs plans = Inputs(reaction); // the last ones
@@ -90,14 +90,15 @@ struct Newcomer {
             values.push_back(value);
         }
         const auto best = std::max_element(values.begin(), values.end()) - values.begin();
-        std::tie(targetX, targetY) = seen[static_cast<std::size_t>(best)];
-        memoryOf(targetX, targetY) += thinkFrames; // he tires of trying, too
-        if (targetX != column) heading = targetX > column ? 1 : -1;
+        target = seen[static_cast<std::size_t>(best)];
+        memoryOf(target.first, target.second) += thinkFrames; // he tires of trying, too
+        if (target.first != column) heading = target.first > column ? 1 : -1;
     }
 
     // The keys for his target, as he sees it now. He presses them after his reaction time, so he
     // looks ahead as far as he moves until then.
     Input plan() const {
+        const auto [targetX, targetY] = target;
         const int ahead = std::min(viewSide, 1 + static_cast<int>(speed * reaction));
         bool wall = !isOpen(column - heading, row), gap = false;
         for (int x = column + heading; x != column + heading * (ahead + 1); x += heading) {
@@ -106,11 +107,11 @@ struct Newcomer {
                   map.at(x, row + 1) == LevelMap::flame;
         }
         const bool climbs = targetY < row - 1 && std::abs(targetX - column) < climbSide;
-        const bool onGround = !isOpen(column, row + 1);
         Input input;
         if (targetX != column) input.direction = heading > 0 ? Input::right : Input::left;
-        input.press = onGround ? wall || climbs || (gap && targetY <= row)
-                               : wall && targetY <= row + viewDown;
+        const bool inAir = isOpen(column, row + 1);
+        input.press =
+            inAir ? wall && targetY <= row + viewDown : wall || climbs || (gap && targetY <= row);
         return input;
     }
 };

@@ -7,7 +7,6 @@
 #include "tools/levelcheck/Zones.h"
 
 // Simulates first-time players, four minutes each, the same ones every time, and prints where they
-// lose time. They see only the view and react as late as people do; they go for what is open and
-// new to them, like signs, and press Action by a wall.
+// lose time. They see only the view, react as late as people do, and go for what is open and new.
 void simulateNewcomers(const LevelMap& map, const Zones& zones, unsigned count,
                        std::ostream& target);
