@@ -5,6 +5,7 @@
 #include <cstdio>
 #include <filesystem>
 #include <stdexcept>
+#include <string_view>
 #include <utility>
 
 #include "game/PlayRules.h"
@@ -63,17 +64,44 @@ std::string RunCheck::line(const RunLevel& level) const {
     return text + (cutShort ? "ok, but the recording was cut short" : "ok");
 }
 
-// A text of any bytes as a JSON string; bytes beyond ASCII are passed on.
-static std::string jsonText(const std::string& text) {
+// The bytes of the UTF-8 character at the start of a text, 1 to 4; 0 if it is malformed (RFC 3629).
+static std::size_t utf8Length(std::string_view text) {
+    const auto byte = [&](std::size_t i) -> unsigned {
+        return i < text.size() ? static_cast<unsigned char>(text[i]) : 0;
+    };
+    const unsigned first = byte(0);
+    const unsigned second = byte(1);
+    if (first < 0x80) return 1;
+    const std::size_t length = first < 0xE0 ? 2 : first < 0xF0 ? 3 : 4;
+    const bool overlong =
+        first < 0xC2 || (first == 0xE0 && second < 0xA0) || (first == 0xF0 && second < 0x90);
+    const bool surrogate = first == 0xED && second > 0x9F;
+    const bool tooLarge = first > 0xF4 || (first == 0xF4 && second > 0x8F);
+    if (overlong || surrogate || tooLarge) return 0;
+    for (std::size_t i = 1; i < length; ++i) {
+        if (byte(i) >> 6 != 2) return 0;
+    }
+    return length;
+}
+
+// A text of any bytes as a JSON string.
+static std::string jsonText(std::string_view text) {
     std::string quoted = "\"";
-    for (const char letter : text) {
-        char escaped[8] = {letter};
-        if (letter == '"' || letter == '\\') {
-            std::snprintf(escaped, sizeof escaped, "\\%c", letter);
-        } else if (static_cast<unsigned char>(letter) < ' ') {
+    while (!text.empty()) {
+        const std::size_t length = utf8Length(text);
+        const char letter = text.front();
+        if (length == 0) {
+            quoted += "\\ufffd";
+        } else if (letter == '"' || letter == '\\') {
+            quoted += std::string("\\") + letter;
+        } else if (length == 1 && letter < ' ') {
+            char escaped[8];
             std::snprintf(escaped, sizeof escaped, "\\u%04x", static_cast<unsigned>(letter));
+            quoted += escaped;
+        } else {
+            quoted += text.substr(0, length);
         }
-        quoted += escaped;
+        text.remove_prefix(std::max<std::size_t>(length, 1));
     }
     return quoted + "\"";
 }
