@@ -10,7 +10,8 @@
 #include "tools/replay/InputScript.h"
 
 // Writes the file of a run while it is played. Each line reaches the system at once. While no key
-// changes, a line is written every 60 frames, so that a killed recorder loses less than a second.
+// changes, a line is written every 60 frames, so a killed recorder loses less than a second of
+// play.
 class RunWriter {
 public:
     // Makes the file. Throws std::runtime_error if it cannot, or if there is one already.
