@@ -54,7 +54,7 @@ static void choosePeriod() {
     if (Platform::environment(periodSize).empty()) Platform::setEnvironment(periodSize, "512");
 }
 
-static std::jmp_buf beforeInitializing;
+static sigjmp_buf beforeInitializing;
 static thread_local bool isInitializing = false; // not in threads that PortAudio starts
 
 // An assertion in PortAudio aborts where ALSA knows no device, without its configuration for
@@ -62,10 +62,11 @@ static thread_local bool isInitializing = false; // not in threads that PortAudi
 static PaError initialize() {
     volatile PaError result = paInternalError;
     const auto present = std::signal(SIGABRT, [](int) {
-        if (isInitializing) std::longjmp(beforeInitializing, 1);
+        if (isInitializing) siglongjmp(beforeInitializing, 1);
     });
     isInitializing = true;
-    if (setjmp(beforeInitializing) == 0) result = Pa_Initialize();
+    // 1 unblocks SIGABRT again, which is blocked while its handler runs.
+    if (sigsetjmp(beforeInitializing, 1) == 0) result = Pa_Initialize();
     isInitializing = false;
     std::signal(SIGABRT, present);
     return result;
